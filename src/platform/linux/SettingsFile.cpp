@@ -1,0 +1,51 @@
+#include "platform/linux/SettingsFile.h"
+
+#include "core/app/SystemLog.h"
+#include "core/model/AppFolders.h"
+
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+namespace deskmark {
+
+SettingsFile::SettingsFile(const QString& path) : file_(path) {
+    const StoreFile::ReadResult result = file_.read();
+    if (result.status == StoreFile::ReadStatus::Missing)
+        return;
+    if (result.status == StoreFile::ReadStatus::Unreadable) {
+        systemLog(QStringLiteral("Deskmark: settings.json の読み込みに失敗"));
+        return;
+    }
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(result.data, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        systemLog(QStringLiteral("Deskmark: settings.json のデコードに失敗（既定値で開始）"));
+        file_.markBroken();
+        return;
+    }
+    values_ = document.object();
+}
+
+void SettingsFile::setValue(const QString& key, const QJsonValue& value) {
+    if (values_.value(key) == value && values_.contains(key))
+        return;
+    values_[key] = value;
+    write();
+}
+
+void SettingsFile::remove(const QString& key) {
+    if (!values_.contains(key))
+        return;
+    values_.remove(key);
+    write();
+}
+
+void SettingsFile::write() {
+    AppFolders::ensureExists(QFileInfo(file_.path()).absolutePath());
+    const QByteArray data = QJsonDocument(values_).toJson(QJsonDocument::Indented);
+    if (auto error = file_.write(data))
+        systemLog(QStringLiteral("Deskmark: settings.json の保存に失敗: ") + *error);
+}
+
+} // namespace deskmark

@@ -1,0 +1,116 @@
+#include "core/app/Language.h"
+#include "core/model/StoreFile.h"
+#include "platform/fake/MemoryDefaults.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace deskmark;
+
+namespace {
+void writeFile(const QString& path, const QByteArray& data) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(data);
+}
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+} // namespace
+
+class FoundationTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void languageFlag_data() {
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<QStringList>("preferred");
+        QTest::addColumn<bool>("japanese");
+        QTest::newRow("ja on an English system") << "ja" << QStringList{"en_US.UTF-8"} << true;
+        QTest::newRow("en on a Japanese system") << "en" << QStringList{"ja_JP.UTF-8"} << false;
+        QTest::newRow("auto with region") << "auto" << QStringList{"ja-JP"} << true;
+        QTest::newRow("unknown follows system") << "fr" << QStringList{"ja"} << true;
+        QTest::newRow("only the first counts") << "" << QStringList{"en", "ja"} << false;
+        QTest::newRow("empty list is English") << "auto" << QStringList{} << false;
+    }
+    void languageFlag() {
+        QFETCH(QString, setting);
+        QFETCH(QStringList, preferred);
+        QFETCH(bool, japanese);
+        QCOMPARE(Language::computeIsJapanese(setting, preferred), japanese);
+    }
+
+    void preferredLanguagesFollowLocaleVariables() {
+        qputenv("LANGUAGE", "ja:en");
+        qputenv("LC_ALL", "");
+        qputenv("LC_MESSAGES", "de_DE.UTF-8");
+        qputenv("LANG", "en_US.UTF-8");
+        QCOMPARE(Language::preferredLanguagesFromEnvironment(),
+                 (QStringList{"ja", "en", "de_DE.UTF-8", "en_US.UTF-8"}));
+        qunsetenv("LANGUAGE");
+        qunsetenv("LC_MESSAGES");
+        qunsetenv("LANG");
+    }
+
+    void storeFileReadsAndReplacesAtomically() {
+        QTemporaryDir dir;
+        StoreFile file(dir.filePath("a.json"));
+        QCOMPARE(file.read().status, StoreFile::ReadStatus::Missing);
+        QVERIFY(!file.write("one"));
+        QVERIFY(!file.write("two"));
+        QCOMPARE(file.read().data, QByteArray("two"));
+        QVERIFY(!QFile::exists(dir.filePath("a.json.broken")));
+    }
+
+    void brokenFileIsSetAsideOnceBeforeItIsReplaced() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("projects.json");
+        writeFile(path, "{ damaged");
+        writeFile(path + ".broken", "older copy");
+        StoreFile file(path);
+        file.markBroken();
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Deskmark: 読み込めなかった projects.json を projects.json.broken に退避");
+        QVERIFY(!file.write("fresh"));
+        QCOMPARE(readFile(path + ".broken"), QByteArray("{ damaged"));
+        QVERIFY(!file.write("fresher")); // no second copy: the good file is never set aside
+        QCOMPARE(readFile(path + ".broken"), QByteArray("{ damaged"));
+        QCOMPARE(readFile(path), QByteArray("fresher"));
+    }
+
+    void damagedFileIsKeptWhenItCannotBeSetAside() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("presets.json");
+        writeFile(path, "[ damaged");
+        QVERIFY(QDir().mkpath(path + ".broken/occupied")); // a folder that cannot be replaced
+        StoreFile file(path);
+        file.markBroken();
+        const auto error = file.write("[]");
+        QVERIFY(error.has_value());
+        QCOMPARE(readFile(path), QByteArray("[ damaged"));
+    }
+
+    void unwritableLocationReportsAnError() {
+        QTemporaryDir dir;
+        writeFile(dir.filePath("plain"), "x");
+        StoreFile file(dir.filePath("plain/projects.json")); // parent is a file
+        QVERIFY(file.write("{}").has_value());
+    }
+
+    void folderInPlaceOfTheFile() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("settings.json");
+        QVERIFY(QDir().mkpath(path));
+        StoreFile file(path);
+        QCOMPARE(file.read().status, StoreFile::ReadStatus::Unreadable);
+        QVERIFY(file.write("{}").has_value());
+        QVERIFY(QFileInfo(path).isDir());
+    }
+};
+
+QTEST_GUILESS_MAIN(FoundationTest)
+#include "FoundationTest.moc"
