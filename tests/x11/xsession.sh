@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# Runs a command inside a private X session: Xvfb with two side-by-side monitors
+# (LEFT 1280x800 at 0,0 and RIGHT 1280x800 at 1280,0), Openbox as the EWMH window
+# manager and four desktops. DISPLAY is exported to the command; everything started
+# here is stopped when the command ends, and the command's exit status is returned.
+#
+#   tests/x11/xsession.sh COMMAND [ARG...]
+set -euo pipefail
+
+workdir=$(mktemp -d)
+pids=()
+cleanup() {
+  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
+  wait 2>/dev/null || true
+  rm -rf "$workdir"
+}
+trap cleanup EXIT
+
+exec {fd}<> <(:)
+Xvfb -displayfd "$fd" -screen 0 2560x800x24 -nolisten tcp +extension RANDR \
+  >"$workdir/xvfb.log" 2>&1 &
+pids+=($!)
+display=""
+for _ in $(seq 100); do
+  read -r -t 0.1 -u "$fd" display && break || true
+done
+[ -n "$display" ] || { echo "xsession: Xvfb did not start" >&2; cat "$workdir/xvfb.log" >&2; exit 1; }
+export DISPLAY=":$display"
+
+openbox --config-file /dev/null >"$workdir/openbox.log" 2>&1 &
+pids+=($!)
+for _ in $(seq 100); do
+  wmctrl -m >/dev/null 2>&1 && break
+  sleep 0.05
+done
+wmctrl -n 4
+for _ in $(seq 100); do
+  [ "$(wmctrl -d | wc -l)" -eq 4 ] && break
+  sleep 0.05
+done
+
+for _ in $(seq 20); do
+  xrandr --setmonitor LEFT 1280/338x800/211+0+0 screen >/dev/null 2>&1 || true
+  xrandr --setmonitor RIGHT 1280/338x800/211+1280+0 none >/dev/null 2>&1 || true
+  [ "$(xrandr --listmonitors | head -n 1)" = "Monitors: 2" ] && break
+  sleep 0.1
+done
+
+set +e
+"$@"
+status=$?
+set -e
+exit $status
