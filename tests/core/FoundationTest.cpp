@@ -1,6 +1,6 @@
 #include "core/app/Language.h"
 #include "core/model/StoreFile.h"
-#include "platform/fake/MemoryDefaults.h"
+#include "platform/fake/FakeScheduler.h"
 
 #include <QDir>
 #include <QFile>
@@ -99,6 +99,25 @@ private Q_SLOTS:
         writeFile(dir.filePath("plain"), "x");
         StoreFile file(dir.filePath("plain/projects.json")); // parent is a file
         QVERIFY(file.write("{}").has_value());
+    }
+
+    void fakeSchedulerRunsDueActionsInTimeOrder() {
+        using namespace std::chrono_literals;
+        FakeScheduler scheduler;
+        QStringList log;
+        auto ticker = scheduler.every(300ms, [&] { log << QString("tick@%1").arg(scheduler.now().count()); });
+        scheduler.after(350ms, nullptr, [&] { log << "once"; });
+        {
+            QObject gone;
+            scheduler.after(100ms, &gone, [&] { log << "never"; });
+        }
+        scheduler.advance(650ms);
+        QCOMPARE(log, (QStringList{"tick@300", "once", "tick@600"}));
+        ticker->stop();
+        scheduler.advance(1s);
+        QCOMPARE(log.size(), 3);
+        QCOMPARE(scheduler.pendingCount(), 0);
+        QCOMPARE(scheduler.activeRepeatingCount(), 0);
     }
 
     void folderInPlaceOfTheFile() {
