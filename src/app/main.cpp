@@ -1,23 +1,66 @@
+#include "app/AppDelegate.h"
+#include "core/app/DiagnosticsReport.h"
 #include "core/app/Language.h"
 #include "core/model/AppFolders.h"
+#include "core/model/StoreFile.h"
+#include "platform/linux/InstanceLock.h"
 #include "platform/linux/SettingsFile.h"
+#include "platform/linux/X11WindowServer.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QScreen>
 #include <QTextStream>
 
 using namespace deskmark;
 
-int main(int argc, char* argv[]) {
-    QCoreApplication app(argc, argv);
-    const QString settingsPath = AppFolders::configFolder() + QStringLiteral("/settings.json");
-    SettingsFile settings(settingsPath);
+namespace {
+
+// Prints the displays, their Spaces and the projects they show, then returns. Takes no
+// lock and writes nothing, so it is safe beside a running instance.
+int diagnose() {
+    X11WindowServer windowServer;
+    SpaceStore spaces(windowServer);
+    QHash<QString, QRect> geometries;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        if (const auto uuid = spaces.displayUUID(screen->name()))
+            geometries.insert(*uuid, screen->geometry());
+    }
+    ProjectFileCodec::Document projects;
+    const StoreFile file(AppFolders::dataFolder() + QStringLiteral("/projects.json"));
+    const StoreFile::ReadResult read = file.read();
+    if (read.status == StoreFile::ReadStatus::Read)
+        projects = ProjectFileCodec::decode(read.data).value_or(ProjectFileCodec::Document{});
+    QJsonObject report = DiagnosticsReport::build(spaces.displays(), geometries, projects);
+    report.insert(QStringLiteral("desktopNames"), QJsonArray::fromStringList(windowServer.desktopNames()));
+    QTextStream(stdout) << QJsonDocument(report).toJson(QJsonDocument::Indented);
+    return 0;
+}
+
+void chooseLanguage() {
+    const SettingsFile settings(AppFolders::configFolder() + QStringLiteral("/settings.json"));
     Language::setJapanese(Language::computeIsJapanese(
         settings.value(QStringLiteral("appLanguage")).toString(),
         Language::preferredLanguagesFromEnvironment()));
+}
 
-    QTextStream out(stdout);
-    out << "Deskmark " << DESKMARK_VERSION << "\n"
-        << "data folder: " << AppFolders::dataFolder() << "\n"
-        << "settings file: " << settingsPath << "\n";
-    return 0;
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Deskmark"));
+    QApplication::setApplicationVersion(QStringLiteral(DESKMARK_VERSION));
+    if (QApplication::arguments().contains(QStringLiteral("--diagnose")))
+        return diagnose();
+
+    chooseLanguage();
+    InstanceLock::ensureSingleInstance(AppFolders::dataFolder());
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    AppDelegate delegate;
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &delegate,
+                     &AppDelegate::applicationWillTerminate);
+    delegate.applicationDidFinishLaunching();
+    return QApplication::exec();
 }

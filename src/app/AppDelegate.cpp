@@ -1,0 +1,210 @@
+#include "app/AppDelegate.h"
+
+#include "core/app/Language.h"
+#include "core/app/PresetMenuModel.h"
+#include "core/app/StatusTitle.h"
+#include "core/model/AppFolders.h"
+#include "platform/linux/StatusItemFactory.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QScreen>
+
+using namespace std::chrono_literals;
+
+namespace deskmark {
+
+namespace {
+constexpr auto kMenuBarCheckInterval = 300ms;
+constexpr auto kScreenSettleDelay = 350ms;
+
+SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem) {
+    SettingsStore::PlatformDefaults defaults;
+    defaults.terminalBundleID = QStringLiteral("org.gnome.Terminal");
+    defaults.launchAtLogin = loginItem.isEnabled();
+    return defaults;
+}
+} // namespace
+
+AppDelegate::AppDelegate(QObject* parent)
+    : QObject(parent),
+      settingsFile_(AppFolders::configFolder() + QStringLiteral("/settings.json")),
+      loginItem_(AppFolders::autostartFolder(), QCoreApplication::applicationFilePath()),
+      settings_(settingsFile_, linuxDefaults(loginItem_)),
+      projectStore_(AppFolders::dataFolder()),
+      presetStore_(AppFolders::dataFolder()),
+      spaceStore_(windowServer_) {}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {
+    appearance_.apply(settings_.appearanceRaw());
+    buildStatusItem();
+    updateStatusTitle();
+    recordSpaceHistory();
+    installObservers();
+    refreshCornerOverlay();
+    menuBarTimer_ = scheduler_.every(kMenuBarCheckInterval, [this] { checkMenuBarDisplay(); });
+}
+
+void AppDelegate::applicationWillTerminate() {
+    for (const QMetaObject::Connection& connection : std::as_const(connections_))
+        disconnect(connection);
+    connections_.clear();
+    menuBarTimer_.reset();
+}
+
+std::optional<QString> AppDelegate::statusItemDisplayUUID() const {
+    if (!statusItem_)
+        return std::nullopt;
+    const std::optional<QString> screen = statusItem_->screenName();
+    if (!screen)
+        return std::nullopt;
+    return spaceStore_.displayUUID(*screen);
+}
+
+std::optional<QString> AppDelegate::activeDisplayCurrentSpaceUUID() const {
+    return activeDisplayCurrentSpace(spaceStore_.displays(), statusItemDisplayUUID());
+}
+
+void AppDelegate::recordSpaceHistory() { history_.record(spaceStore_.displays()); }
+
+const QIcon& AppDelegate::menuBarIcon() {
+    if (!menuBarIcon_) {
+        QIcon icon(QStringLiteral(":/MenuBarIcon.png"));
+        icon.setIsMask(true);
+        menuBarIcon_ = icon;
+    }
+    return *menuBarIcon_;
+}
+
+void AppDelegate::updateStatusTitle() {
+    if (!statusItem_)
+        return;
+    std::optional<QString> name;
+    if (settings_.showCurrentSpaceInMenuBar()) {
+        if (const auto space = activeDisplayCurrentSpaceUUID())
+            name = projectStore_.nameForSpace(*space);
+    }
+    const QIcon& icon = menuBarIcon();
+    const StatusTitle title =
+        StatusTitle::compute(settings_.showCurrentSpaceInMenuBar(), name, !icon.isNull());
+    statusItem_->setIcon(title.showsIcon ? icon : QIcon());
+    statusItem_->setTitle(title.text);
+}
+
+void AppDelegate::buildStatusItem() {
+    menu_ = std::make_unique<StatusMenu>();
+    statusItem_ = createStatusItem();
+    statusItem_->setMenu(menu_.get());
+
+    connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
+    connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
+    connect(menu_->aboutAction(), &QAction::triggered, this, &AppDelegate::showAbout);
+    connect(menu_->quitAction(), &QAction::triggered, this, &AppDelegate::quit);
+}
+
+void AppDelegate::installObservers() {
+    connections_ << connect(&windowServer_, &WindowServer::activeSpaceChanged, this,
+                            &AppDelegate::activeSpaceDidChange);
+
+    const auto watchScreen = [this](QScreen* screen) {
+        connections_ << connect(screen, &QScreen::geometryChanged, this,
+                                &AppDelegate::screenParametersDidChange);
+        connections_ << connect(screen, &QScreen::availableGeometryChanged, this,
+                                &AppDelegate::screenParametersDidChange);
+    };
+    for (QScreen* screen : QGuiApplication::screens())
+        watchScreen(screen);
+    connections_ << connect(qGuiApp, &QGuiApplication::screenAdded, this,
+                            [this, watchScreen](QScreen* screen) {
+                                watchScreen(screen);
+                                screenParametersDidChange();
+                            });
+    connections_ << connect(qGuiApp, &QGuiApplication::screenRemoved, this,
+                            &AppDelegate::screenParametersDidChange);
+    connections_ << connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this,
+                            &AppDelegate::screenParametersDidChange);
+
+    connections_ << connect(&settings_, &SettingsStore::showCurrentSpaceInMenuBarChanged, this,
+                            &AppDelegate::updateStatusTitle);
+    connections_ << connect(&settings_, &SettingsStore::appearanceRawChanged, this,
+                            [this] { appearance_.apply(settings_.appearanceRaw()); });
+    connections_ << connect(&settings_, &SettingsStore::launchAtLoginChanged, this,
+                            [this] { loginItem_.apply(settings_.launchAtLogin()); });
+    connections_ << connect(&projectStore_, &ProjectStore::changed, this, [this] {
+        refreshCornerOverlay();
+        updateStatusTitle();
+    });
+    connections_ << connect(&presetStore_, &PresetStore::changed, this,
+                            &AppDelegate::refreshCornerOverlay);
+}
+
+void AppDelegate::activeSpaceDidChange() {
+    recordSpaceHistory();
+    updateStatusTitle();
+    refreshCornerOverlay();
+}
+
+void AppDelegate::screenParametersDidChange() {
+    refreshCornerOverlay();
+    // The geometry of a display settles a moment after the change is announced.
+    scheduler_.after(kScreenSettleDelay, this, [this] { refreshCornerOverlay(); });
+}
+
+void AppDelegate::refreshCornerOverlay() {}
+
+void AppDelegate::checkMenuBarDisplay() {
+    if (!settings_.showCurrentSpaceInMenuBar())
+        return;
+    const std::optional<QString> display = statusItemDisplayUUID();
+    if (display == lastMenuBarDisplay_)
+        return;
+    lastMenuBarDisplay_ = display;
+    updateStatusTitle();
+}
+
+void AppDelegate::rebuildPresetMenu() {
+    std::optional<QString> projectPresetID;
+    if (const auto space = activeDisplayCurrentSpaceUUID()) {
+        if (const auto project = projectStore_.projectForSpace(*space))
+            projectPresetID = project->presetID;
+    }
+    menu_->setPresetEntries(PresetMenuModel::entries(presetStore_.presets(), projectPresetID));
+}
+
+void AppDelegate::applyPreset(const QString& presetID) {
+    const auto space = activeDisplayCurrentSpaceUUID();
+    if (!space)
+        return;
+    projectStore_.setPreset(presetID.isEmpty() ? std::nullopt : std::optional(presetID), *space);
+    refreshCornerOverlay();
+}
+
+void AppDelegate::quickApplyNextPreset() {
+    const auto space = activeDisplayCurrentSpaceUUID();
+    if (!space) {
+        QApplication::beep();
+        return;
+    }
+    const auto project = projectStore_.projectForSpace(*space);
+    const auto next = PresetMenuModel::nextPresetID(
+        presetStore_.presets(), project ? project->presetID : std::nullopt);
+    if (!next)
+        return;
+    projectStore_.setPreset(*next, *space);
+    refreshCornerOverlay();
+}
+
+void AppDelegate::showAbout() {
+    QMessageBox::about(nullptr, localized("Deskmark について", "About Deskmark"),
+                       QStringLiteral("<b>Deskmark</b><br>") +
+                           localized("バージョン ", "Version ") +
+                           QStringLiteral(DESKMARK_VERSION));
+}
+
+void AppDelegate::quit() { QCoreApplication::quit(); }
+
+} // namespace deskmark

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "core/app/QtScheduler.h"
+#include "core/app/SpaceHistory.h"
+#include "core/model/PresetStore.h"
+#include "core/model/ProjectStore.h"
+#include "core/model/SettingsStore.h"
+#include "core/spaces/SpaceStore.h"
+#include "platform/StatusItem.h"
+#include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/SettingsFile.h"
+#include "platform/linux/X11WindowServer.h"
+#include "ui/AppearanceApplier.h"
+#include "ui/StatusMenu.h"
+
+#include <QIcon>
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+namespace deskmark {
+
+// Owns every long-lived object of the running program and wires them together: the
+// stores, the Space source, the status item with its menu, the observers and timers.
+class AppDelegate : public QObject {
+    Q_OBJECT
+public:
+    explicit AppDelegate(QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+
+    // The current Space of the display whose panel carries the status item.
+    std::optional<QString> activeDisplayCurrentSpaceUUID() const;
+    void recordSpaceHistory();
+    void updateStatusTitle();
+
+    std::optional<QString> previousSpace(const QString& displayUUID) const {
+        return history_.previousSpace(displayUUID);
+    }
+
+private:
+    std::optional<QString> statusItemDisplayUUID() const;
+    const QIcon& menuBarIcon();
+    void buildStatusItem();
+    void installObservers();
+    void activeSpaceDidChange();
+    void screenParametersDidChange();
+    void refreshCornerOverlay();
+    void checkMenuBarDisplay();
+    void rebuildPresetMenu();
+    void applyPreset(const QString& presetID);
+    void quickApplyNextPreset();
+    void showAbout();
+    void quit();
+
+    QtScheduler scheduler_;
+    SettingsFile settingsFile_;
+    AutostartLoginItem loginItem_;
+    SettingsStore settings_;
+    ProjectStore projectStore_;
+    PresetStore presetStore_;
+    X11WindowServer windowServer_;
+    SpaceStore spaceStore_;
+    AppearanceApplier appearance_;
+    SpaceHistory history_;
+
+    std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<StatusMenu> menu_;
+    std::optional<QIcon> menuBarIcon_;
+    std::optional<QString> lastMenuBarDisplay_;
+    std::unique_ptr<RepeatingTimer> menuBarTimer_;
+    QList<QMetaObject::Connection> connections_;
+};
+
+} // namespace deskmark

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QList>
+#include <QRectF>
+#include <QString>
+
+#include <optional>
+
+namespace deskmark {
+
+// One screen as the platform lists it: its name (QScreen::name(), the key of display UUID
+// lookups) and its frame in global coordinates, origin at the top-left of the primary
+// screen, y growing downwards; the same coordinates as accessibility frames.
+struct ScreenInfo {
+    QString name;
+    QRectF frame;
+
+    // The screen whose frame starts at the origin; else the main screen; else none.
+    static std::optional<ScreenInfo> primary(const QList<ScreenInfo>& screens,
+                                             const std::optional<ScreenInfo>& mainScreen);
+
+    friend bool operator==(const ScreenInfo&, const ScreenInfo&) = default;
+};
+
+} // namespace deskmark

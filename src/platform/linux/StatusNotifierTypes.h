@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDBusArgument>
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+class QIcon;
+
+// The structures of the org.kde.StatusNotifierItem interface, with their D-Bus marshalling.
+
+namespace deskmark {
+
+// One image: width, height and the pixels as ARGB32 in network byte order: (iiay).
+struct DBusImage {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels;
+};
+using DBusImageList = QList<DBusImage>;
+
+// The tool tip: icon name, icon images, title and description: (sa(iiay)ss).
+struct DBusToolTip {
+    QString iconName;
+    DBusImageList images;
+    QString title;
+    QString description;
+};
+
+// Makes the types above known to QtDBus; safe to call more than once.
+void registerStatusNotifierTypes();
+
+// The icon's images in every size it offers (or the usual panel sizes for a scalable one).
+DBusImageList dbusImages(const QIcon& icon);
+
+QDBusArgument& operator<<(QDBusArgument& argument, const DBusImage& image);
+const QDBusArgument& operator>>(const QDBusArgument& argument, DBusImage& image);
+QDBusArgument& operator<<(QDBusArgument& argument, const DBusToolTip& toolTip);
+const QDBusArgument& operator>>(const QDBusArgument& argument, DBusToolTip& toolTip);
+
+} // namespace deskmark
+
+Q_DECLARE_METATYPE(deskmark::DBusImage)
+Q_DECLARE_METATYPE(deskmark::DBusToolTip)

@@ -1,0 +1,27 @@
+#include "ui/QtScreenProvider.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace deskmark {
+
+namespace {
+ScreenInfo info(const QScreen& screen) {
+    return ScreenInfo{screen.name(), QRectF(screen.geometry())};
+}
+} // namespace
+
+QList<ScreenInfo> QtScreenProvider::screens() const {
+    QList<ScreenInfo> result;
+    for (const QScreen* screen : QGuiApplication::screens())
+        result << info(*screen);
+    return result;
+}
+
+std::optional<ScreenInfo> QtScreenProvider::mainScreen() const {
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        return info(*screen);
+    return std::nullopt;
+}
+
+} // namespace deskmark

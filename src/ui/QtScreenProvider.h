@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/overlay/ScreenProvider.h"
+
+namespace deskmark {
+
+// The screens Qt knows, by QScreen::name() and geometry; the main screen is Qt's primary.
+class QtScreenProvider : public ScreenProvider {
+public:
+    QList<ScreenInfo> screens() const override;
+    std::optional<ScreenInfo> mainScreen() const override;
+};
+
+} // namespace deskmark

@@ -1,0 +1,212 @@
+#include "core/model/PresetStore.h"
+#include "core/app/Language.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUuid>
+
+using namespace deskmark;
+
+namespace {
+void writeFile(const QString& path, const QByteArray& data) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(data);
+}
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QStringList ids(const PresetStore& store) {
+    QStringList result;
+    for (const ColorPreset& preset : store.presets())
+        result << preset.id;
+    return result;
+}
+
+// JSON written with single quotes, for legibility.
+QByteArray json(const char* text) {
+    return QByteArray(text).replace('\'', '"');
+}
+
+const QByteArray kTwoPresets =
+    json("[{'id':'A','name':'Red','bgHex':'#FF0000','textHex':'#000000'},"
+         "{'id':'B','name':'Bad','bgHex':'nope','textHex':'#12345'}]");
+} // namespace
+
+class PresetStoreTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init() {
+        Language::setJapanese(false);
+        QTest::failOnWarning(QRegularExpression(".*"));
+    }
+
+    void hexParsing_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<std::optional<RgbColor>>("color");
+        const RgbColor blue{0x33 / 255.0, 0x66 / 255.0, 0xCC / 255.0};
+        QTest::newRow("upper case") << "#3366CC" << std::optional(blue);
+        QTest::newRow("lower case") << "#3366cc" << std::optional(blue);
+        QTest::newRow("without number sign") << "3366CC" << std::optional(blue);
+        QTest::newRow("three digits") << "#36C" << std::optional<RgbColor>();
+        QTest::newRow("eight digits") << "#3366CCFF" << std::optional<RgbColor>();
+        QTest::newRow("two number signs") << "##3366C" << std::optional<RgbColor>();
+        QTest::newRow("not trimmed") << " 3366C" << std::optional<RgbColor>();
+        QTest::newRow("hex prefix") << "0x3366" << std::optional<RgbColor>();
+        QTest::newRow("not hex") << "#3366CG" << std::optional<RgbColor>();
+    }
+    void hexParsing() {
+        QFETCH(QString, text);
+        QFETCH(std::optional<RgbColor>, color);
+        QCOMPARE(RgbColor::fromDeskmarkHex(text), color);
+    }
+
+    void hexFormatting_data() {
+        QTest::addColumn<RgbColor>("color");
+        QTest::addColumn<QString>("hex");
+        QTest::newRow("rounded") << RgbColor{0.2, 0.4, 0.8} << "#3366CC";
+        QTest::newRow("half rounds up") << RgbColor{0.5, 0, 1} << "#8000FF";
+        QTest::newRow("clamped") << RgbColor{-0.5, 1.7, 0.999} << "#00FFFF";
+        QTest::newRow("not a number") << RgbColor{qQNaN(), 0, 0} << "#000000";
+    }
+    void hexFormatting() {
+        QFETCH(RgbColor, color);
+        QFETCH(QString, hex);
+        QCOMPARE(color.deskmarkHex(), hex);
+        QCOMPARE(RgbColor::fromDeskmarkHex(hex)->deskmarkHex(), hex);
+    }
+
+    void missingFileGivesTheBuiltInPresetAndWritesNothing() {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath("nested/Deskmark");
+        PresetStore store(folder);
+        QVERIFY(QDir(folder).exists());
+        QCOMPARE(store.presets(),
+                 (QList<ColorPreset>{{"default", "Default", "#000000", "#FFFFFF"}}));
+        store.deletePreset("default"); // refused without a write
+        QCOMPARE(store.presets().size(), 1);
+        QVERIFY(!QFile::exists(folder + "/presets.json"));
+    }
+
+    void builtInPresetIsPlacedFirst_data() {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("ids");
+        QTest::newRow("empty array") << QByteArray("[]") << QStringList{"default"};
+        QTest::newRow("no default") << kTwoPresets << QStringList{"default", "A", "B"};
+        QTest::newRow("default kept in place")
+            << json("[{'id':'A','name':'','bgHex':'','textHex':''},"
+                    "{'id':'default','name':'Mine','bgHex':'','textHex':'','x':1}]")
+            << QStringList{"A", "default"};
+    }
+    void builtInPresetIsPlacedFirst() {
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, ids);
+        QTemporaryDir dir;
+        writeFile(dir.filePath("presets.json"), file);
+        PresetStore store(dir.path());
+        QCOMPARE(::ids(store), ids);
+        QCOMPARE(readFile(dir.filePath("presets.json")), file); // added in memory only
+    }
+
+    void colorsFallBack() {
+        QTemporaryDir dir;
+        writeFile(dir.filePath("presets.json"), kTwoPresets);
+        PresetStore store(dir.path());
+        const RgbColor black{0, 0, 0}, white{1, 1, 1}, red{1, 0, 0};
+        QCOMPARE(store.colors(QString("A")), (ColorPair{red, black}));
+        QCOMPARE(store.colors(QString("B")), (ColorPair{black, white})); // each on its own
+        QCOMPARE(store.colors(std::nullopt), (ColorPair{black, white}));
+
+        store.updatePreset({"default", "Default", "#3366CC", "#FF0000"});
+        const ColorPair defaultColors{*RgbColor::fromDeskmarkHex("#3366CC"), red};
+        QCOMPARE(store.colors(std::nullopt), defaultColors);
+        QCOMPARE(store.colors(QString("gone")), defaultColors);
+        store.deletePreset("A");
+        QCOMPARE(store.colors(QString("A")), defaultColors);
+    }
+
+    void editsAreSavedAndAnnounced() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("presets.json");
+        PresetStore store(dir.path());
+        QSignalSpy changed(&store, &PresetStore::changed);
+
+        const ColorPreset added = store.addPreset();
+        QCOMPARE(added.name, QString("New Preset"));
+        QCOMPARE(added.bgHex, QString("#3366CC"));
+        QCOMPARE(added.textHex, QString("#FFFFFF"));
+        QVERIFY(!QUuid::fromString(added.id).isNull());
+        QCOMPARE(added.id, added.id.toUpper());
+        ColorPreset renamed = added;
+        renamed.name = "Sea";
+        store.updatePreset(renamed);
+        store.updatePreset({"unknown", "x", "", ""});
+        QCOMPARE(changed.size(), 2);
+
+        QVERIFY(!readFile(path).contains('\n')); // compact JSON
+        QCOMPARE(PresetStore(dir.path()).presets(), store.presets());
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{"presets.json"}); // no temporary file left behind
+
+        store.deletePreset("default");
+        QCOMPARE(changed.size(), 2);
+        store.deletePreset(added.id);
+        QCOMPARE(changed.size(), 3);
+        QCOMPARE(::ids(PresetStore(dir.path())), QStringList{"default"});
+    }
+
+    void namesFollowTheLanguageAtCreation() {
+        QTemporaryDir dir;
+        Language::setJapanese(true);
+        PresetStore store(dir.path());
+        store.addPreset();
+        Language::setJapanese(false);
+        QCOMPARE(store.presets()[0].name, QString("デフォルト"));
+        QCOMPARE(store.presets()[1].name, QString("新規プリセット"));
+        const PresetStore reloaded(dir.path());
+        QCOMPARE(reloaded.presets()[0].name, QString("デフォルト"));
+    }
+
+    void undecodableFileIsSetAside_data() {
+        QTest::addColumn<QByteArray>("file");
+        QTest::newRow("not JSON") << QByteArray("[{ damaged");
+        QTest::newRow("a key missing") << json("[{'id':'A','name':'n','bgHex':'#000000'}]");
+        QTest::newRow("a number for a string")
+            << json("[{'id':'A','name':1,'bgHex':'#000000','textHex':'#000000'}]");
+    }
+    void undecodableFileIsSetAside() {
+        QFETCH(QByteArray, file);
+        QTemporaryDir dir;
+        const QString path = dir.filePath("presets.json");
+        writeFile(path, file);
+        PresetStore store(dir.path()); // silent: any warning fails the test
+        QCOMPARE(::ids(store), QStringList{"default"});
+        QCOMPARE(readFile(path), file);
+
+        QTest::ignoreMessage(
+            QtWarningMsg, "Deskmark: 読み込めなかった presets.json を presets.json.broken に退避");
+        store.addPreset();
+        QCOMPARE(readFile(path + ".broken"), file);
+        QCOMPARE(::ids(PresetStore(dir.path())).size(), 2);
+    }
+
+    void saveFailureIsLogged() {
+        QTemporaryDir dir;
+        writeFile(dir.filePath("plain"), "x");
+        PresetStore store(dir.filePath("plain")); // the folder cannot be made: a file is there
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression("^Deskmark: presets\\.json の保存に失敗: \\S"));
+        store.addPreset();
+        QCOMPARE(store.presets().size(), 2); // memory keeps the change
+    }
+};
+
+QTEST_GUILESS_MAIN(PresetStoreTest)
+#include "PresetStoreTest.moc"
