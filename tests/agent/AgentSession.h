@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+
+// The running program as a panel sees it: a private data and config folder, a
+// StatusNotifierWatcher on the session bus for the program's status item to register
+// with, and the program itself started as a child process. Used by the end-to-end test
+// and the benchmarks; needs an X display and a session bus of its own.
+class AgentSession : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+public:
+    explicit AgentSession(QString program);
+    ~AgentSession() override;
+
+    QString dataFolder() const;
+    QString configFolder() const;
+    // Writes a file below the data folder before the program starts.
+    void writeDataFile(const QString& name, const QByteArray& contents) const;
+
+    // Starts the program; returns whether its status item registered within the timeout.
+    bool start(int timeoutMs = 10000);
+    // Runs a second copy with the same folders and waits for it to end.
+    QProcess* runSecondCopy();
+    qint64 pid() const { return process_.processId(); }
+    bool isRunning() const { return process_.state() == QProcess::Running; }
+    QByteArray standardError() { return stderr_ += process_.readAllStandardError(); }
+
+    // The status item's current label, asked over D-Bus.
+    QString label();
+    // Spins the event loop until the item announces a label for which done is true.
+    bool waitForLabel(const std::function<bool(const QString&)>& done, int timeoutMs = 5000);
+    const QStringList& announcedLabels() const { return labels_; }
+
+public Q_SLOTS:
+    // The watcher's side of the StatusNotifierItem protocol.
+    void RegisterStatusNotifierItem(const QString& service);
+    void RegisterStatusNotifierHost(const QString&) {}
+
+private Q_SLOTS:
+    void newLabel(const QString& label, const QString& guide);
+
+private:
+    QProcessEnvironment environment() const;
+
+    QString program_;
+    QTemporaryDir home_;
+    QDBusConnection bus_;
+    QProcess process_;
+    QProcess second_;
+    QString itemService_;
+    QStringList labels_;
+    QByteArray stderr_;
+};
