@@ -6,7 +6,7 @@ namespace deskmark {
 
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     nameAction_ = addAction(localized("現在のスペースの名前・カラーを編集",
-                                      "Edit Current Space's Name & Color"));
+                                      "Edit Current Space's Name && Color"));
     presetMenu_ = addMenu(localized("現在のスペースのカラープリセットをクイック選択",
                                     "Quick-Select Current Space's Color Preset"));
     bookmarkAction_ = addAction(localized("ブックマークを開く", "Open Bookmarks"));

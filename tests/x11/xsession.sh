@@ -27,7 +27,12 @@ done
 [ -n "$display" ] || { echo "xsession: Xvfb did not start" >&2; cat "$workdir/xvfb.log" >&2; exit 1; }
 export DISPLAY=":$display"
 
-openbox --config-file /dev/null >"$workdir/openbox.log" 2>&1 &
+# A configuration of Openbox's defaults (an empty file would raise an error dialog).
+cat >"$workdir/rc.xml" <<'XML'
+<?xml version="1.0" encoding="UTF-8"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc"><desktops><number>4</number></desktops></openbox_config>
+XML
+openbox --config-file "$workdir/rc.xml" >"$workdir/openbox.log" 2>&1 &
 pids+=($!)
 for _ in $(seq 100); do
   wmctrl -m >/dev/null 2>&1 && break
