@@ -130,6 +130,9 @@ NameEditorWindow::~NameEditorWindow() = default;
 
 void NameEditorWindow::present() {
     adjustSize();
+    // The wrapped hints need less height at the final width than adjustSize() assumes.
+    if (layout()->hasHeightForWidth())
+        resize(width(), layout()->totalHeightForWidth(width()));
     QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
