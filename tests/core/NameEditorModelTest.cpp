@@ -202,14 +202,6 @@ private Q_SLOTS:
             QCOMPARE(projects_->nameForSpace(space), QString("Renamed"));
     }
 
-    void savingTheDefaultPresetStoresNoPreset() {
-        projects_->set("Work", blue_, "X");
-        const auto editor = open("X");
-        editor->setPresetID("default");
-        editor->save();
-        QCOMPARE(projects_->projectForSpace("X")->presetID, std::nullopt);
-    }
-
     void savingANewProjectOnAnUnnamedSpaceCreatesIt() {
         const auto editor = open("X");
         editor->setName("Fresh");
@@ -273,18 +265,6 @@ private Q_SLOTS:
         QVERIFY(projects_->projectForSpace("X")->id != chosen);
         QCOMPARE(projects_->projectForSpace("Y")->id, current);
         QCOMPARE(projects_->project(current)->name, QString("Current"));
-    }
-
-    void textsInBothLanguages() {
-        QCOMPARE(NameEditorModel::texts().title, QString("Name This Space"));
-        QCOMPARE(NameEditorModel::texts().presetHint,
-                 QString("Colors come from the preset. Create new color sets in Settings ＞ "
-                         "Color Presets."));
-        Language::setJapanese(true);
-        QCOMPARE(NameEditorModel::texts().title, QString("この Space に名前をつける"));
-        QCOMPARE(NameEditorModel::texts().nameHint,
-                 QString("空欄のまま保存すると、この Space の割り当てを解除します（プロジェクトは"
-                         "一覧に残ります）。"));
     }
 };
 
