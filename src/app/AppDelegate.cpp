@@ -5,6 +5,7 @@
 #include "core/app/StatusTitle.h"
 #include "core/model/AppFolders.h"
 #include "platform/linux/StatusItemFactory.h"
+#include "ui/NameEditorWindow.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -37,7 +38,7 @@ AppDelegate::AppDelegate(QObject* parent)
       presetStore_(AppFolders::dataFolder()),
       spaceStore_(windowServer_) {}
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() { delete nameEditor_; }
 
 void AppDelegate::applicationDidFinishLaunching() {
     appearance_.apply(settings_.appearanceRaw());
@@ -100,6 +101,7 @@ void AppDelegate::buildStatusItem() {
     statusItem_ = createStatusItem();
     statusItem_->setMenu(menu_.get());
 
+    connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
     connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
     connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
     connect(menu_->aboutAction(), &QAction::triggered, this, &AppDelegate::showAbout);
@@ -164,6 +166,17 @@ void AppDelegate::checkMenuBarDisplay() {
         return;
     lastMenuBarDisplay_ = display;
     updateStatusTitle();
+}
+
+void AppDelegate::nameCurrent() {
+    const auto space = activeDisplayCurrentSpaceUUID();
+    if (!space)
+        return;
+    // One editor at a time: a new one replaces the open one, whose edits are dropped.
+    delete nameEditor_;
+    nameEditor_ = new NameEditorWindow(std::make_unique<NameEditorModel>(
+        projectStore_, presetStore_, *space, spaceStore_.liveSpaceUUIDs()));
+    nameEditor_->present();
 }
 
 void AppDelegate::rebuildPresetMenu() {

@@ -15,11 +15,14 @@
 
 #include <QIcon>
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 #include <optional>
 
 namespace deskmark {
+
+class NameEditorWindow;
 
 // Owns every long-lived object of the running program and wires them together: the
 // stores, the Space source, the status item with its menu, the observers and timers.
@@ -40,6 +43,11 @@ public:
     std::optional<QString> previousSpace(const QString& displayUUID) const {
         return history_.previousSpace(displayUUID);
     }
+
+public Q_SLOTS:
+    // Opens the name and colour editor for the current Space of the active display,
+    // replacing an editor that is open; does nothing when there is no current Space.
+    void nameCurrent();
 
 private:
     std::optional<QString> statusItemDisplayUUID() const;
@@ -73,6 +81,7 @@ private:
     std::optional<QString> lastMenuBarDisplay_;
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
+    QPointer<NameEditorWindow> nameEditor_;
 };
 
 } // namespace deskmark
