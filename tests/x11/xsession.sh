@@ -34,12 +34,14 @@ cat >"$workdir/rc.xml" <<'XML'
 XML
 openbox --config-file "$workdir/rc.xml" >"$workdir/openbox.log" 2>&1 &
 pids+=($!)
-for _ in $(seq 100); do
+# A busy machine can take seconds to bring the window manager up.
+for _ in $(seq 400); do
   wmctrl -m >/dev/null 2>&1 && break
   sleep 0.05
 done
+wmctrl -m >/dev/null 2>&1 || { echo "xsession: Openbox did not start" >&2; cat "$workdir/openbox.log" >&2; exit 1; }
 wmctrl -n 4
-for _ in $(seq 100); do
+for _ in $(seq 400); do
   [ "$(wmctrl -d | wc -l)" -eq 4 ] && break
   sleep 0.05
 done
