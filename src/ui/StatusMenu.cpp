@@ -1,6 +1,7 @@
 #include "ui/StatusMenu.h"
 
 #include "core/app/Language.h"
+#include "core/app/LinuxShortcutText.h"
 
 namespace deskmark {
 
@@ -30,6 +31,36 @@ void StatusMenu::setPresetEntries(const QList<PresetMenuModel::Entry>& entries) 
         const QString id = entry.presetID;
         connect(action, &QAction::triggered, this, [this, id] { Q_EMIT presetChosen(id); });
     }
+}
+
+QAction* StatusMenu::actionFor(HotKeyAction action) const {
+    switch (action) {
+    case HotKeyAction::Name:
+        return nameAction_;
+    case HotKeyAction::Preset:
+        return presetAction();
+    case HotKeyAction::Settings:
+        return settingsAction_;
+    case HotKeyAction::Bookmark:
+        return bookmarkAction_;
+    case HotKeyAction::Switcher:
+        break;
+    }
+    return switcherAction_;
+}
+
+void StatusMenu::showHotKey(HotKeyAction action, const std::optional<HotKey>& key) {
+    QAction* item = actionFor(action);
+    // QMenu draws what follows a tab as the shortcut, instead of the key sequence.
+    const QString title = item->text().section(QLatin1Char('\t'), 0, 0);
+    if (!key) {
+        item->setText(title);
+        item->setShortcut(QKeySequence());
+        return;
+    }
+    item->setText(title + QLatin1Char('\t') + linuxShortcutText(key->keyCode, key->modifiers));
+    const std::optional<QKeyCombination> combination = key->qtKeyCombination();
+    item->setShortcut(combination ? QKeySequence(*combination) : QKeySequence());
 }
 
 } // namespace deskmark

@@ -1,4 +1,5 @@
 #include "core/app/LinuxShortcutText.h"
+#include "core/model/HotKey.h"
 #include "platform/fake/FakeHotKeyRegistrar.h"
 
 #include <QSet>
@@ -8,10 +9,10 @@
 using namespace deskmark;
 
 namespace {
-constexpr quint32 command = HotKeyRegistrar::commandModifier;
-constexpr quint32 shift = HotKeyRegistrar::shiftModifier;
-constexpr quint32 option = HotKeyRegistrar::optionModifier;
-constexpr quint32 control = HotKeyRegistrar::controlModifier;
+constexpr quint32 command = HotKey::commandModifier;
+constexpr quint32 shift = HotKey::shiftModifier;
+constexpr quint32 option = HotKey::optionModifier;
+constexpr quint32 control = HotKey::controlModifier;
 constexpr quint32 keyB = 11;
 constexpr quint32 keyTab = 48;
 } // namespace

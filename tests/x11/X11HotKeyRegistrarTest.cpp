@@ -1,5 +1,6 @@
 #include "platform/linux/X11HotKeyRegistrar.h"
 #include "core/app/LinuxShortcutText.h"
+#include "core/model/HotKey.h"
 
 #include <QProcess>
 #include <QSignalSpy>
@@ -14,10 +15,10 @@
 using namespace deskmark;
 
 namespace {
-constexpr quint32 command = HotKeyRegistrar::commandModifier;
-constexpr quint32 shift = HotKeyRegistrar::shiftModifier;
-constexpr quint32 option = HotKeyRegistrar::optionModifier;
-constexpr quint32 control = HotKeyRegistrar::controlModifier;
+constexpr quint32 command = HotKey::commandModifier;
+constexpr quint32 shift = HotKey::shiftModifier;
+constexpr quint32 option = HotKey::optionModifier;
+constexpr quint32 control = HotKey::controlModifier;
 constexpr quint32 keyB = 11;
 constexpr quint32 keyF5 = 96;
 constexpr quint16 altSuper = XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
