@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace deskmark {
 
 ShortcutRecorder::ShortcutRecorder(SettingsStore& settings, HotKeyAction action,
@@ -82,6 +84,10 @@ void ShortcutRecorder::render() {
     clearButton_->setEnabled(model_.binding().has_value());
     errorLabel_->setText(model_.errorText());
     errorLabel_->setVisible(!model_.errorText().isEmpty());
+    // A window does not grow for a label that wraps on its own: ask for the height of
+    // every line at the width the control has.
+    const int wrapWidth = std::max(width(), minimumSizeHint().width());
+    errorLabel_->setMinimumHeight(std::max(0, errorLabel_->heightForWidth(wrapWidth)));
 }
 
 void ShortcutRecorder::recordingChanged(bool recording) {

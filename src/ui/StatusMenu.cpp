@@ -5,9 +5,17 @@
 
 namespace deskmark {
 
+namespace {
+// Menu texts are shown as written: QMenu would take a lone '&' as a mnemonic mark.
+QString literal(const QString& text) {
+    QString escaped = text;
+    return escaped.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+} // namespace
+
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
-    nameAction_ = addAction(localized("現在のスペースの名前・カラーを編集",
-                                      "Edit Current Space's Name & Color"));
+    nameAction_ = addAction(literal(localized("現在のスペースの名前・カラーを編集",
+                                              "Edit Current Space's Name & Color")));
     presetMenu_ = addMenu(localized("現在のスペースのカラープリセットをクイック選択",
                                     "Quick-Select Current Space's Color Preset"));
     bookmarkAction_ = addAction(localized("ブックマークを開く", "Open Bookmarks"));
@@ -25,7 +33,7 @@ StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
 void StatusMenu::setPresetEntries(const QList<PresetMenuModel::Entry>& entries) {
     presetMenu_->clear();
     for (const PresetMenuModel::Entry& entry : entries) {
-        QAction* action = presetMenu_->addAction(entry.title);
+        QAction* action = presetMenu_->addAction(literal(entry.title));
         action->setCheckable(true);
         action->setChecked(entry.checked);
         const QString id = entry.presetID;

@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(bookmark->text(), QStringLiteral("Open Bookmarks\tAlt+Super+B"));
         QCOMPARE(bookmark->shortcut(), QKeySequence(Qt::ALT | Qt::META | Qt::Key_B));
         QCOMPARE(shell.menu.nameAction()->text(),
-                 QStringLiteral("Edit Current Space's Name & Color"));
+                 QStringLiteral("Edit Current Space's Name && Color"));
         QVERIFY(shell.menu.nameAction()->shortcut().isEmpty());
 
         shell.settings.setPresetHotKey(HotKey{49, control | shift});
