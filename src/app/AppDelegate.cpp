@@ -220,9 +220,10 @@ void AppDelegate::setupHotKeys() {
     actions.openSettings = triggerItem(HotKeyAction::Settings);
     actions.showBookmarks = triggerItem(HotKeyAction::Bookmark);
     actions.showSpaceSwitcher = triggerItem(HotKeyAction::Switcher);
-    hotKeys_.setup(std::move(actions), [this](HotKeyAction action, const std::optional<HotKey>& key) {
-        menu_->showHotKey(action, key);
-    });
+    hotKeys_.setup(std::move(actions),
+                   [this](HotKeyAction action, const std::optional<HotKey>& key) {
+                       menu_->showHotKey(action, key);
+                   });
 }
 
 } // namespace deskmark

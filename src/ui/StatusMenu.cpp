@@ -14,8 +14,8 @@ QString literal(const QString& text) {
 } // namespace
 
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
-    nameAction_ = addAction(literal(localized("現在のスペースの名前・カラーを編集",
-                                              "Edit Current Space's Name & Color")));
+    nameAction_ = addAction(literal(
+        localized("現在のスペースの名前・カラーを編集", "Edit Current Space's Name & Color")));
     presetMenu_ = addMenu(localized("現在のスペースのカラープリセットをクイック選択",
                                     "Quick-Select Current Space's Color Preset"));
     bookmarkAction_ = addAction(localized("ブックマークを開く", "Open Bookmarks"));

@@ -1,4 +1,5 @@
 #include "core/app/HotKeyBindings.h"
+#include "core/HotKeyTestKeys.h"
 #include "platform/fake/FakeHotKeyRegistrar.h"
 #include "platform/fake/MemoryDefaults.h"
 
@@ -9,13 +10,6 @@
 using namespace deskmark;
 
 namespace {
-constexpr quint32 command = HotKey::commandModifier;
-constexpr quint32 shift = HotKey::shiftModifier;
-constexpr quint32 option = HotKey::optionModifier;
-constexpr quint32 control = HotKey::controlModifier;
-constexpr quint32 keyB = 11;
-constexpr quint32 keyTab = 48;
-constexpr quint32 keyK = 40;
 
 using Registration = std::optional<FakeHotKeyRegistrar::Combination>;
 
@@ -23,13 +17,10 @@ using Registration = std::optional<FakeHotKeyRegistrar::Combination>;
 // menu item's shortcut kept as the menu would show it.
 struct Shell {
     MemoryDefaults defaults;
-    SettingsStore settings{defaults,
-                           SettingsStore::PlatformDefaults{QString(), [] { return QString(); },
-                                                           false}};
+    SettingsStore settings{defaults, plainPlatformDefaults()};
     FakeHotKeyRegistrar registrar;
     HotKeyManager manager{registrar};
-    std::unique_ptr<HotKeyBindings> bindings =
-        std::make_unique<HotKeyBindings>(settings, manager);
+    std::unique_ptr<HotKeyBindings> bindings = std::make_unique<HotKeyBindings>(settings, manager);
     std::map<QString, int> ran;
     std::map<HotKeyAction, std::optional<HotKey>> menu;
     int mirrorCalls = 0;
@@ -88,8 +79,7 @@ private Q_SLOTS:
         shell.registrar.press(35, control);
         shell.registrar.press(43, command);
         shell.registrar.press(keyTab, option | command); // cleared by the user
-        QCOMPARE(shell.ran,
-                 (std::map<QString, int>{{"name", 1}, {"preset", 1}, {"settings", 1}}));
+        QCOMPARE(shell.ran, (std::map<QString, int>{{"name", 1}, {"preset", 1}, {"settings", 1}}));
         QCOMPARE(shell.menu[HotKeyAction::Switcher], std::nullopt);
     }
 

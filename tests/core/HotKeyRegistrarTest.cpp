@@ -1,3 +1,4 @@
+#include "core/HotKeyTestKeys.h"
 #include "core/app/LinuxShortcutText.h"
 #include "core/model/HotKey.h"
 #include "platform/fake/FakeHotKeyRegistrar.h"
@@ -7,15 +8,6 @@
 #include <QTest>
 
 using namespace deskmark;
-
-namespace {
-constexpr quint32 command = HotKey::commandModifier;
-constexpr quint32 shift = HotKey::shiftModifier;
-constexpr quint32 option = HotKey::optionModifier;
-constexpr quint32 control = HotKey::controlModifier;
-constexpr quint32 keyB = 11;
-constexpr quint32 keyTab = 48;
-} // namespace
 
 class HotKeyRegistrarTest : public QObject {
     Q_OBJECT

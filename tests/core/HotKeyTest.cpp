@@ -1,5 +1,6 @@
-#include "core/app/LinuxShortcutText.h"
 #include "core/model/HotKey.h"
+#include "core/HotKeyTestKeys.h"
+#include "core/app/LinuxShortcutText.h"
 #include "core/model/SettingsStore.h"
 #include "platform/fake/MemoryDefaults.h"
 
@@ -9,14 +10,9 @@
 using namespace deskmark;
 
 namespace {
-constexpr quint32 command = HotKey::commandModifier;
-constexpr quint32 shift = HotKey::shiftModifier;
-constexpr quint32 option = HotKey::optionModifier;
-constexpr quint32 control = HotKey::controlModifier;
 
 std::unique_ptr<SettingsStore> storeOver(Defaults& defaults) {
-    return std::make_unique<SettingsStore>(
-        defaults, SettingsStore::PlatformDefaults{QString(), [] { return QString(); }, false});
+    return std::make_unique<SettingsStore>(defaults, plainPlatformDefaults());
 }
 } // namespace
 

@@ -1,7 +1,8 @@
+#include "core/app/ShortcutRecorderModel.h"
+#include "core/HotKeyTestKeys.h"
 #include "core/app/HotKeyBindings.h"
 #include "core/app/Language.h"
 #include "core/app/NotificationCenter.h"
-#include "core/app/ShortcutRecorderModel.h"
 #include "platform/fake/FakeHotKeyRegistrar.h"
 #include "platform/fake/MemoryDefaults.h"
 
@@ -11,12 +12,6 @@
 using namespace deskmark;
 
 namespace {
-constexpr quint32 command = HotKey::commandModifier;
-constexpr quint32 shift = HotKey::shiftModifier;
-constexpr quint32 option = HotKey::optionModifier;
-constexpr quint32 control = HotKey::controlModifier;
-constexpr quint32 keyB = 11;
-constexpr quint32 keyK = 40;
 constexpr quint32 key1 = 18;
 constexpr quint32 keyEscape = 53;
 constexpr quint32 unnamedScanCode = 200;
@@ -24,9 +19,7 @@ constexpr auto superCtrl = Qt::MetaModifier | Qt::ControlModifier;
 
 struct Fixture {
     MemoryDefaults defaults;
-    SettingsStore settings{defaults,
-                           SettingsStore::PlatformDefaults{QString(), [] { return QString(); },
-                                                           false}};
+    SettingsStore settings{defaults, plainPlatformDefaults()};
     FakeHotKeyRegistrar registrar;
     ShortcutRecorderModel name{settings, HotKeyAction::Name, registrar};
     ShortcutRecorderModel bookmark{settings, HotKeyAction::Bookmark, registrar};
@@ -55,10 +48,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("recording");
         QTest::addColumn<QString>("inUse");
         QTest::addColumn<QString>("stopped");
-        QTest::newRow("en") << false << "None" << "Type shortcut…" << "Already in use"
+        QTest::newRow("en") << false << "None"
+                            << "Type shortcut…"
+                            << "Already in use"
                             << "Recording stopped — another app may have captured that key.";
-        QTest::newRow("ja") << true << "なし" << "キーを入力…" << "このキーは使用できません（他で使用中）"
-                            << "記録を中断しました。そのキーは他のアプリに取られている可能性があります。";
+        QTest::newRow("ja")
+            << true << "なし"
+            << "キーを入力…"
+            << "このキーは使用できません（他で使用中）"
+            << "記録を中断しました。そのキーは他のアプリに取られている可能性があります。";
     }
     void textsInBothLanguages() {
         QFETCH(bool, japanese);

@@ -1,3 +1,4 @@
+#include "core/HotKeyTestKeys.h"
 #include "core/app/HotKeyBindings.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
@@ -22,11 +23,6 @@
 using namespace deskmark;
 
 namespace {
-constexpr quint32 command = HotKey::commandModifier;
-constexpr quint32 shift = HotKey::shiftModifier;
-constexpr quint32 option = HotKey::optionModifier;
-constexpr quint32 control = HotKey::controlModifier;
-constexpr quint32 keyK = 40;
 constexpr quint16 numLock = XCB_MOD_MASK_2; // where Xvfb's keymap puts Num_Lock
 constexpr int timeout = 3000;
 constexpr int silence = 400;
@@ -52,8 +48,7 @@ struct Shell {
     }
 
     SettingsFile file;
-    SettingsStore settings{file, SettingsStore::PlatformDefaults{
-                                     QString(), [] { return QString(); }, false}};
+    SettingsStore settings{file, plainPlatformDefaults()};
     X11HotKeyRegistrar registrar;
     HotKeyManager manager{registrar};
     HotKeyBindings bindings{settings, manager};
@@ -99,13 +94,14 @@ class HotKeyShellTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        settingsPath_ = folder_.filePath(QStringLiteral("settings-%1.json")
-                                             .arg(QTest::currentTestFunction()));
+        settingsPath_ =
+            folder_.filePath(QStringLiteral("settings-%1.json").arg(QTest::currentTestFunction()));
     }
 
     void keyFromSettingsFileFiresWhateverTheLocks() {
-        writeSettings(settingsPath_,
-                      {{"nameHotKey", QString::fromUtf8(HotKey{keyK, control | command}.toJson())}});
+        writeSettings(
+            settingsPath_,
+            {{"nameHotKey", QString::fromUtf8(HotKey{keyK, control | command}.toJson())}});
         Shell shell(settingsPath_);
         shell.setup();
 
@@ -131,8 +127,9 @@ private Q_SLOTS:
     }
 
     void clearedKeyStopsFiringAndIsReleased() {
-        writeSettings(settingsPath_,
-                      {{"nameHotKey", QString::fromUtf8(HotKey{keyK, control | command}.toJson())}});
+        writeSettings(
+            settingsPath_,
+            {{"nameHotKey", QString::fromUtf8(HotKey{keyK, control | command}.toJson())}});
         Shell shell(settingsPath_);
         shell.setup();
         shell.settings.setNameHotKey(std::nullopt);

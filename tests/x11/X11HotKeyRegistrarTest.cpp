@@ -1,4 +1,5 @@
 #include "platform/linux/X11HotKeyRegistrar.h"
+#include "core/HotKeyTestKeys.h"
 #include "core/app/LinuxShortcutText.h"
 #include "core/model/HotKey.h"
 #include "x11/X11TestTools.h"
@@ -11,11 +12,6 @@
 using namespace deskmark;
 
 namespace {
-constexpr quint32 command = HotKey::commandModifier;
-constexpr quint32 shift = HotKey::shiftModifier;
-constexpr quint32 option = HotKey::optionModifier;
-constexpr quint32 control = HotKey::controlModifier;
-constexpr quint32 keyB = 11;
 constexpr quint32 keyF5 = 96;
 constexpr quint16 altSuper = XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 constexpr quint16 numLock = XCB_MOD_MASK_2; // where Xvfb's keymap puts Num_Lock
@@ -167,8 +163,8 @@ private Q_SLOTS:
                 return QStringLiteral("keycode %1 = %2").arg(keycode).arg(QLatin1String(keysyms));
             };
             runTool(QStringLiteral("xmodmap"),
-                {QStringLiteral("-e"), line(b, swapped ? "x X" : "b B"), QStringLiteral("-e"),
-                 line(x, swapped ? "b B" : "x X")});
+                    {QStringLiteral("-e"), line(b, swapped ? "x X" : "b B"), QStringLiteral("-e"),
+                     line(x, swapped ? "b B" : "x X")});
             QTest::qWait(300); // the registrar reads the mapping change
         };
 

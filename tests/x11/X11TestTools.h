@@ -40,11 +40,11 @@ public:
     }
     // Whether no client holds the whole keyboard: tried by grabbing it for a moment.
     bool keyboardIsFree() {
-        xcb_grab_keyboard_reply_t* reply = xcb_grab_keyboard_reply(
-            connection_,
-            xcb_grab_keyboard(connection_, 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                              XCB_GRAB_MODE_ASYNC),
-            nullptr);
+        xcb_grab_keyboard_reply_t* reply =
+            xcb_grab_keyboard_reply(connection_,
+                                    xcb_grab_keyboard(connection_, 0, root_, XCB_CURRENT_TIME,
+                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                    nullptr);
         const bool free = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
         std::free(reply);
         if (free)

@@ -38,10 +38,10 @@ ShortcutRecorderModel::ShortcutRecorderModel(SettingsStore& settings, HotKeyActi
                                              HotKeyRegistrar& registrar, QObject* parent)
     : QObject(parent), settings_(settings), action_(action), registrar_(registrar) {
     // The binding may also change elsewhere (another recorder, a reset).
-    for (auto changed : {&SettingsStore::nameHotKeyChanged, &SettingsStore::presetHotKeyChanged,
-                         &SettingsStore::settingsHotKeyChanged,
-                         &SettingsStore::bookmarkHotKeyChanged,
-                         &SettingsStore::switcherHotKeyChanged})
+    for (auto changed :
+         {&SettingsStore::nameHotKeyChanged, &SettingsStore::presetHotKeyChanged,
+          &SettingsStore::settingsHotKeyChanged, &SettingsStore::bookmarkHotKeyChanged,
+          &SettingsStore::switcherHotKeyChanged})
         connect(&settings_, changed, this, &ShortcutRecorderModel::textsChanged);
 }
 
@@ -115,8 +115,9 @@ bool ShortcutRecorderModel::keyPressed(int qtKey, quint32 nativeScanCode,
 void ShortcutRecorderModel::windowDeactivated() {
     if (!recording_)
         return;
-    setErrorText(localized("記録を中断しました。そのキーは他のアプリに取られている可能性があります。",
-                           "Recording stopped — another app may have captured that key."));
+    setErrorText(
+        localized("記録を中断しました。そのキーは他のアプリに取られている可能性があります。",
+                  "Recording stopped — another app may have captured that key."));
     stop();
 }
 

@@ -59,8 +59,9 @@ constexpr std::array<KeyTable::Modifier, 4> modifierTable{{
 } // namespace
 
 const KeyTable::Entry* KeyTable::find(quint32 keyCode) {
-    const auto it = std::find_if(table.begin(), table.end(),
-                                 [keyCode](const Entry& entry) { return entry.keyCode == keyCode; });
+    const auto it = std::find_if(table.begin(), table.end(), [keyCode](const Entry& entry) {
+        return entry.keyCode == keyCode;
+    });
     return it != table.end() ? &*it : nullptr;
 }
 

@@ -136,8 +136,7 @@ void SettingsStore::assignHotKey(HotKeySetting& setting, const std::optional<Hot
         onHotKeysChanged();
 }
 
-template <typename Store>
-auto& SettingsStore::hotKeySetting(Store& store, HotKeyAction action) {
+template <typename Store> auto& SettingsStore::hotKeySetting(Store& store, HotKeyAction action) {
     switch (action) {
     case HotKeyAction::Name:
         return store.nameHotKey_;
