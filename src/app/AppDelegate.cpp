@@ -44,6 +44,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     appearance_.apply(settings_.appearanceRaw());
     buildStatusItem();
     updateStatusTitle();
+    setupHotKeys();
     recordSpaceHistory();
     installObservers();
     refreshCornerOverlay();
@@ -219,5 +220,23 @@ void AppDelegate::showAbout() {
 }
 
 void AppDelegate::quit() { QCoreApplication::quit(); }
+
+// Each hot key does what its menu item does; the items of windows that are not built
+// yet stay inert until their owners connect them.
+void AppDelegate::setupHotKeys() {
+    const auto triggerItem = [this](HotKeyAction action) {
+        return [this, action] { menu_->actionFor(action)->trigger(); };
+    };
+    HotKeyBindings::Actions actions;
+    actions.nameCurrent = triggerItem(HotKeyAction::Name);
+    actions.quickApplyNextPreset = [this] { quickApplyNextPreset(); };
+    actions.openSettings = triggerItem(HotKeyAction::Settings);
+    actions.showBookmarks = triggerItem(HotKeyAction::Bookmark);
+    actions.showSpaceSwitcher = triggerItem(HotKeyAction::Switcher);
+    hotKeys_.setup(std::move(actions),
+                   [this](HotKeyAction action, const std::optional<HotKey>& key) {
+                       menu_->showHotKey(action, key);
+                   });
+}
 
 } // namespace deskmark

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/app/HotKeyBindings.h"
+#include "core/app/HotKeyManager.h"
 #include "core/app/QtScheduler.h"
 #include "core/app/SpaceHistory.h"
 #include "core/model/PresetStore.h"
@@ -9,6 +11,7 @@
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/SettingsFile.h"
+#include "platform/linux/X11HotKeyRegistrar.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/StatusMenu.h"
@@ -63,6 +66,7 @@ private:
     void quickApplyNextPreset();
     void showAbout();
     void quit();
+    void setupHotKeys();
 
     QtScheduler scheduler_;
     SettingsFile settingsFile_;
@@ -82,6 +86,11 @@ private:
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
+
+    // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
+    X11HotKeyRegistrar hotKeyRegistrar_;
+    HotKeyManager hotKeyManager_{hotKeyRegistrar_};
+    HotKeyBindings hotKeys_{settings_, hotKeyManager_};
 };
 
 } // namespace deskmark

@@ -1,12 +1,21 @@
 #include "ui/StatusMenu.h"
 
 #include "core/app/Language.h"
+#include "core/app/LinuxShortcutText.h"
 
 namespace deskmark {
 
+namespace {
+// Menu texts are shown as written: QMenu would take a lone '&' as a mnemonic mark.
+QString literal(const QString& text) {
+    QString escaped = text;
+    return escaped.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+} // namespace
+
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
-    nameAction_ = addAction(localized("現在のスペースの名前・カラーを編集",
-                                      "Edit Current Space's Name && Color"));
+    nameAction_ = addAction(literal(
+        localized("現在のスペースの名前・カラーを編集", "Edit Current Space's Name & Color")));
     presetMenu_ = addMenu(localized("現在のスペースのカラープリセットをクイック選択",
                                     "Quick-Select Current Space's Color Preset"));
     bookmarkAction_ = addAction(localized("ブックマークを開く", "Open Bookmarks"));
@@ -24,12 +33,42 @@ StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
 void StatusMenu::setPresetEntries(const QList<PresetMenuModel::Entry>& entries) {
     presetMenu_->clear();
     for (const PresetMenuModel::Entry& entry : entries) {
-        QAction* action = presetMenu_->addAction(entry.title);
+        QAction* action = presetMenu_->addAction(literal(entry.title));
         action->setCheckable(true);
         action->setChecked(entry.checked);
         const QString id = entry.presetID;
         connect(action, &QAction::triggered, this, [this, id] { Q_EMIT presetChosen(id); });
     }
+}
+
+QAction* StatusMenu::actionFor(HotKeyAction action) const {
+    switch (action) {
+    case HotKeyAction::Name:
+        return nameAction_;
+    case HotKeyAction::Preset:
+        return presetAction();
+    case HotKeyAction::Settings:
+        return settingsAction_;
+    case HotKeyAction::Bookmark:
+        return bookmarkAction_;
+    case HotKeyAction::Switcher:
+        break;
+    }
+    return switcherAction_;
+}
+
+void StatusMenu::showHotKey(HotKeyAction action, const std::optional<HotKey>& key) {
+    QAction* item = actionFor(action);
+    // QMenu draws what follows a tab as the shortcut, instead of the key sequence.
+    const QString title = item->text().section(QLatin1Char('\t'), 0, 0);
+    if (!key) {
+        item->setText(title);
+        item->setShortcut(QKeySequence());
+        return;
+    }
+    item->setText(title + QLatin1Char('\t') + linuxShortcutText(key->keyCode, key->modifiers));
+    const std::optional<QKeyCombination> combination = key->qtKeyCombination();
+    item->setShortcut(combination ? QKeySequence(*combination) : QKeySequence());
 }
 
 } // namespace deskmark

@@ -1,8 +1,12 @@
 #pragma once
 
 #include "core/app/PresetMenuModel.h"
+#include "core/model/HotKey.h"
+#include "core/model/HotKeyAction.h"
 
 #include <QMenu>
+
+#include <optional>
 
 namespace deskmark {
 
@@ -24,6 +28,11 @@ public:
     QMenu* presetMenu() const { return presetMenu_; }
 
     void setPresetEntries(const QList<PresetMenuModel::Entry>& entries);
+    // Shows key as the shortcut of action's item, or no shortcut. The text column gets
+    // the Linux form ("Alt+Super+B"); the item's key sequence carries the same key to
+    // panels that draw the menu themselves (DBusMenu).
+    void showHotKey(HotKeyAction action, const std::optional<HotKey>& key);
+    QAction* actionFor(HotKeyAction action) const;
 
 Q_SIGNALS:
     void presetMenuAboutToShow();

@@ -1,4 +1,6 @@
+#include "core/HotKeyTestKeys.h"
 #include "core/app/LinuxShortcutText.h"
+#include "core/model/HotKey.h"
 #include "platform/fake/FakeHotKeyRegistrar.h"
 
 #include <QSet>
@@ -6,15 +8,6 @@
 #include <QTest>
 
 using namespace deskmark;
-
-namespace {
-constexpr quint32 command = HotKeyRegistrar::commandModifier;
-constexpr quint32 shift = HotKeyRegistrar::shiftModifier;
-constexpr quint32 option = HotKeyRegistrar::optionModifier;
-constexpr quint32 control = HotKeyRegistrar::controlModifier;
-constexpr quint32 keyB = 11;
-constexpr quint32 keyTab = 48;
-} // namespace
 
 class HotKeyRegistrarTest : public QObject {
     Q_OBJECT

@@ -126,7 +126,8 @@ private Q_SLOTS:
     void init() {
         item_->setTitle(QStringLiteral("Work"));
         menu_ = std::make_unique<QMenu>();
-        edit_ = menu_->addAction(QStringLiteral("&Edit Name"));
+        // The shortcut after the tab is for QMenu only; the label leaves it out.
+        edit_ = menu_->addAction(QStringLiteral("&Edit Name\tCtrl+Alt+N"));
         edit_->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_N));
         presets_ = menu_->addMenu(QStringLiteral("Presets"));
         // Rebuilt on every opening, as the preset submenu is.

@@ -3,23 +3,19 @@
 #include <QObject>
 #include <QtGlobal>
 
+#include <optional>
+
 namespace deskmark {
 
 // System-wide hot keys, as the platform offers them.
 //
-// A hot key is named by a macOS virtual key code and a set of Carbon modifier bits,
-// the portable form in which the settings keep it; each platform translates both to
-// its own keys. The caller chooses the ids; pressed(id) reports a press of the
+// A hot key is named by a macOS virtual key code and a set of Carbon modifier bits
+// (HotKey), the portable form in which the settings keep it; each platform translates
+// both to its own keys. The caller chooses the ids; pressed(id) reports a press of the
 // combination registered under that id.
 class HotKeyRegistrar : public QObject {
     Q_OBJECT
 public:
-    // Carbon modifier bits.
-    static constexpr quint32 commandModifier = 0x100;
-    static constexpr quint32 shiftModifier = 0x200;
-    static constexpr quint32 optionModifier = 0x800;
-    static constexpr quint32 controlModifier = 0x1000;
-
     using QObject::QObject;
     ~HotKeyRegistrar() override = default;
 
@@ -30,6 +26,10 @@ public:
     virtual bool registerHotKey(quint32 id, quint32 keyCode, quint32 carbonModifiers) = 0;
     // Releases id's combination; an id without registration is ignored.
     virtual void unregisterHotKey(quint32 id) = 0;
+    // The key code of the key that produced a key event with this native scan code
+    // (an X keycode on X11), whatever the modifiers held; none for a key that cannot be
+    // a hot key.
+    virtual std::optional<quint32> keyCodeForScanCode(quint32 nativeScanCode) const = 0;
 
 Q_SIGNALS:
     void pressed(quint32 id);

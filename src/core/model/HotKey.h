@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 #include <QtGlobal>
+#include <qnamespace.h>
 
 #include <optional>
 
@@ -11,6 +13,7 @@ namespace deskmark {
 // Carbon modifier bits. The settings keep hot keys in this portable form on every
 // platform; each platform's registrar translates it to its own keys.
 struct HotKey {
+    // The Carbon modifier bits.
     static constexpr quint32 commandModifier = 0x100;
     static constexpr quint32 shiftModifier = 0x200;
     static constexpr quint32 optionModifier = 0x800;
@@ -26,6 +29,24 @@ struct HotKey {
     // Reads a stored record; none unless it is an object whose "keyCode" and
     // "modifiers" are both whole numbers in the unsigned 32-bit range.
     static std::optional<HotKey> fromJson(const QByteArray& json);
+
+    // The key's glyph name ("B", "⇥", "F5"); "?" for a key code without a name.
+    QString keyName() const;
+    // The macOS form: the glyphs ⌃⌥⇧⌘ of the modifiers present, in that order, then
+    // keyName ("⌥⌘B").
+    QString displayString() const;
+    // The character a macOS menu item takes as its key equivalent: control characters
+    // for Return, Tab, Space, Backspace and Escape, the private-use function-key
+    // characters for F1-F12 and the navigation keys, the lower-cased name of any other
+    // one-character ASCII key; none for the rest.
+    std::optional<QString> menuKeyEquivalent() const;
+    // The key and modifiers as Qt names them (Super as Meta); none for a key code
+    // without a name.
+    std::optional<QKeyCombination> qtKeyCombination() const;
+
+    // The Carbon bits of Qt's modifier flags as Qt reports them on Linux, where Meta is
+    // the Super key; keypad and group-switch flags are dropped.
+    static quint32 carbonModifiers(Qt::KeyboardModifiers flags);
 };
 
 } // namespace deskmark

@@ -136,6 +136,30 @@ void SettingsStore::assignHotKey(HotKeySetting& setting, const std::optional<Hot
         onHotKeysChanged();
 }
 
+template <typename Store> auto& SettingsStore::hotKeySetting(Store& store, HotKeyAction action) {
+    switch (action) {
+    case HotKeyAction::Name:
+        return store.nameHotKey_;
+    case HotKeyAction::Preset:
+        return store.presetHotKey_;
+    case HotKeyAction::Settings:
+        return store.settingsHotKey_;
+    case HotKeyAction::Bookmark:
+        return store.bookmarkHotKey_;
+    case HotKeyAction::Switcher:
+        break;
+    }
+    return store.switcherHotKey_;
+}
+
+std::optional<HotKey> SettingsStore::hotKey(HotKeyAction action) const {
+    return hotKeySetting(*this, action).value;
+}
+
+void SettingsStore::setHotKey(HotKeyAction action, const std::optional<HotKey>& key) {
+    assignHotKey(hotKeySetting(*this, action), key);
+}
+
 double SettingsStore::bookmarkPopupScale(const std::optional<QString>& display) const {
     if (display) {
         const auto own = bookmarkPopupScaleByDisplay_.value.constFind(*display);

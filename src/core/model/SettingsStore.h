@@ -2,6 +2,7 @@
 
 #include "core/model/Defaults.h"
 #include "core/model/HotKey.h"
+#include "core/model/HotKeyAction.h"
 #include "core/model/JsonCodec.h"
 #include "core/model/SettingsEnums.h"
 
@@ -209,6 +210,9 @@ public:
     void setBookmarkHotKey(const std::optional<HotKey>& key) { assignHotKey(bookmarkHotKey_, key); }
     std::optional<HotKey> switcherHotKey() const { return switcherHotKey_.value; }
     void setSwitcherHotKey(const std::optional<HotKey>& key) { assignHotKey(switcherHotKey_, key); }
+    // The same five by their action.
+    std::optional<HotKey> hotKey(HotKeyAction action) const;
+    void setHotKey(HotKeyAction action, const std::optional<HotKey>& key);
 
     // Bookmarks.
     const QString& terminalBundleID() const { return terminalBundleID_.value; }
@@ -329,6 +333,8 @@ private:
         assign(setting, entries);
     }
     void assignHotKey(HotKeySetting& setting, const std::optional<HotKey>& key);
+    // The setting of action, const or not as store is.
+    template <typename Store> static auto& hotKeySetting(Store& store, HotKeyAction action);
 
     // Takes the stored value when it has the setting's type; false leaves the default.
     template <typename T> bool load(Setting<T>& setting) {

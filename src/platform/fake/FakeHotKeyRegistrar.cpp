@@ -1,5 +1,7 @@
 #include "platform/fake/FakeHotKeyRegistrar.h"
 
+#include "core/model/KeyTable.h"
+
 namespace deskmark {
 
 namespace {
@@ -23,6 +25,12 @@ bool FakeHotKeyRegistrar::registerHotKey(quint32 id, quint32 keyCode, quint32 ca
 
 void FakeHotKeyRegistrar::unregisterHotKey(quint32 id) {
     registrations_.remove(id);
+}
+
+std::optional<quint32> FakeHotKeyRegistrar::keyCodeForScanCode(quint32 nativeScanCode) const {
+    if (!KeyTable::find(nativeScanCode))
+        return std::nullopt;
+    return nativeScanCode;
 }
 
 void FakeHotKeyRegistrar::setTakenByOthers(quint32 keyCode, quint32 carbonModifiers) {

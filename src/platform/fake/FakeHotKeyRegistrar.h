@@ -10,7 +10,8 @@
 namespace deskmark {
 
 // Hot keys in memory. Tests decide which combinations other programs hold and press
-// keys by hand; every key code counts as mappable.
+// keys by hand; every key code counts as mappable. Its scan codes are the key codes of
+// the named keys (KeyTable) themselves.
 class FakeHotKeyRegistrar : public HotKeyRegistrar {
     Q_OBJECT
 public:
@@ -24,6 +25,7 @@ public:
 
     bool registerHotKey(quint32 id, quint32 keyCode, quint32 carbonModifiers) override;
     void unregisterHotKey(quint32 id) override;
+    std::optional<quint32> keyCodeForScanCode(quint32 nativeScanCode) const override;
 
     // Marks a combination as held by another program.
     void setTakenByOthers(quint32 keyCode, quint32 carbonModifiers);

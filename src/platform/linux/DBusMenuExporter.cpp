@@ -14,8 +14,10 @@ namespace deskmark {
 namespace {
 
 // dbusmenu marks the mnemonic with '_' where Qt uses '&': "&&" is a literal '&', a lone
-// '&' marks the next letter, and a literal '_' is written twice.
-QString dbusMenuLabel(const QString& text) {
+// '&' marks the next letter, and a literal '_' is written twice. A shortcut that QMenu
+// shows after a tab is left out: the panel draws the "shortcut" property instead.
+QString dbusMenuLabel(const QString& actionText) {
+    const QString text = actionText.section(u'\t', 0, 0);
     QString label;
     label.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {

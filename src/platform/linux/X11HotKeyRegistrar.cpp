@@ -1,6 +1,7 @@
 #include "platform/linux/X11HotKeyRegistrar.h"
 
 #include "core/app/SystemLog.h"
+#include "core/model/HotKey.h"
 
 #include <QMetaObject>
 #include <QSocketNotifier>
@@ -55,15 +56,23 @@ std::optional<xcb_keysym_t> keysymFor(quint32 keyCode) {
     return it->keysym;
 }
 
+std::optional<quint32> keyCodeForKeysym(xcb_keysym_t keysym) {
+    const auto it = std::find_if(keySyms.begin(), keySyms.end(),
+                                 [keysym](const KeySym& k) { return k.keysym == keysym; });
+    if (it == keySyms.end())
+        return std::nullopt;
+    return it->keyCode;
+}
+
 quint16 xModifiersFor(quint32 carbonModifiers) {
     quint16 modifiers = 0;
-    if (carbonModifiers & HotKeyRegistrar::commandModifier)
+    if (carbonModifiers & HotKey::commandModifier)
         modifiers |= XCB_MOD_MASK_4; // Super
-    if (carbonModifiers & HotKeyRegistrar::optionModifier)
+    if (carbonModifiers & HotKey::optionModifier)
         modifiers |= XCB_MOD_MASK_1; // Alt
-    if (carbonModifiers & HotKeyRegistrar::controlModifier)
+    if (carbonModifiers & HotKey::controlModifier)
         modifiers |= XCB_MOD_MASK_CONTROL;
-    if (carbonModifiers & HotKeyRegistrar::shiftModifier)
+    if (carbonModifiers & HotKey::shiftModifier)
         modifiers |= XCB_MOD_MASK_SHIFT;
     return modifiers;
 }
@@ -128,6 +137,14 @@ void X11HotKeyRegistrar::unregisterHotKey(quint32 id) {
         return;
     ungrab(*it);
     registrations_.erase(it);
+}
+
+std::optional<quint32> X11HotKeyRegistrar::keyCodeForScanCode(quint32 nativeScanCode) const {
+    if (!isConnected() || nativeScanCode > 255)
+        return std::nullopt;
+    // The key's first level: "b" for B whether Shift is held or not, "1" for "!".
+    return keyCodeForKeysym(
+        xcb_key_symbols_get_keysym(keySymbols_, xcb_keycode_t(nativeScanCode), 0));
 }
 
 bool X11HotKeyRegistrar::isConnected() const {

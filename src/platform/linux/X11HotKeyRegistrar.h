@@ -6,6 +6,7 @@
 #include <QList>
 
 #include <memory>
+#include <optional>
 
 class QSocketNotifier;
 struct xcb_connection_t;
@@ -31,6 +32,7 @@ public:
 
     bool registerHotKey(quint32 id, quint32 keyCode, quint32 carbonModifiers) override;
     void unregisterHotKey(quint32 id) override;
+    std::optional<quint32> keyCodeForScanCode(quint32 nativeScanCode) const override;
 
 private:
     struct Grab {

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QProcess>
+#include <QStringList>
+#include <QTest>
+#include <QtGlobal>
+
+#include <xcb/xcb.h>
+#include <xcb/xcb_keysyms.h>
+
+#include <cstdlib>
+
+// Another program on the same display.
+class OtherXClient {
+public:
+    OtherXClient() : connection_(xcb_connect(nullptr, nullptr)) {
+        root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+        symbols_ = xcb_key_symbols_alloc(connection_);
+    }
+    ~OtherXClient() {
+        xcb_key_symbols_free(symbols_);
+        xcb_disconnect(connection_);
+    }
+    OtherXClient(const OtherXClient&) = delete;
+    OtherXClient& operator=(const OtherXClient&) = delete;
+
+    xcb_keycode_t keycodeOf(xcb_keysym_t keysym) {
+        xcb_keycode_t* keycodes = xcb_key_symbols_get_keycode(symbols_, keysym);
+        const xcb_keycode_t first = keycodes ? keycodes[0] : 0;
+        std::free(keycodes);
+        return first;
+    }
+    bool grab(xcb_keycode_t keycode, quint16 modifiers) {
+        xcb_generic_error_t* error = xcb_request_check(
+            connection_, xcb_grab_key_checked(connection_, 1, root_, modifiers, keycode,
+                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        const bool grabbed = error == nullptr;
+        std::free(error);
+        return grabbed;
+    }
+    // Whether no client holds the whole keyboard: tried by grabbing it for a moment.
+    bool keyboardIsFree() {
+        xcb_grab_keyboard_reply_t* reply =
+            xcb_grab_keyboard_reply(connection_,
+                                    xcb_grab_keyboard(connection_, 0, root_, XCB_CURRENT_TIME,
+                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                    nullptr);
+        const bool free = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+        std::free(reply);
+        if (free)
+            xcb_ungrab_keyboard(connection_, XCB_CURRENT_TIME);
+        xcb_flush(connection_);
+        return free;
+    }
+    // The modifier and lock state of the keyboard, as the server sees it.
+    quint16 keyboardState() {
+        xcb_query_pointer_reply_t* reply =
+            xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr);
+        const quint16 state = reply ? reply->mask : 0;
+        std::free(reply);
+        return state;
+    }
+
+private:
+    xcb_connection_t* connection_;
+    xcb_window_t root_ = XCB_WINDOW_NONE;
+    xcb_key_symbols_t* symbols_ = nullptr;
+};
+
+// Runs a program of the X session's tools, failing the test when it fails.
+inline void runTool(const QString& program, const QStringList& arguments) {
+    QCOMPARE(QProcess::execute(program, arguments), 0);
+}
+
+// Types keys as xdotool names them ("super+alt+b") through the XTEST extension.
+inline void pressKeys(const QString& keys) {
+    runTool(QStringLiteral("xdotool"), {QStringLiteral("key"), keys});
+}
