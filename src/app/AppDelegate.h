@@ -5,12 +5,16 @@
 #include "core/model/PresetStore.h"
 #include "core/model/ProjectStore.h"
 #include "core/model/SettingsStore.h"
+#include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
+#include "ui/QtCornerLabelWindows.h"
+#include "ui/QtLabelTextMeasurer.h"
+#include "ui/QtScreenProvider.h"
 #include "ui/StatusMenu.h"
 
 #include <QIcon>
@@ -49,6 +53,8 @@ private:
     void activeSpaceDidChange();
     void screenParametersDidChange();
     void refreshCornerOverlay();
+    CornerOverlayController& cornerOverlay();
+    void installCornerOverlaySubscriptions();
     void checkMenuBarDisplay();
     void rebuildPresetMenu();
     void applyPreset(const QString& presetID);
@@ -73,6 +79,12 @@ private:
     std::optional<QString> lastMenuBarDisplay_;
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
+
+    // The corner labels; the controller is made on first use.
+    QtScreenProvider screens_;
+    QtLabelTextMeasurer labelMeasurer_;
+    QtCornerLabelWindows cornerWindows_;
+    std::unique_ptr<CornerOverlayController> cornerOverlay_;
 };
 
 } // namespace deskmark

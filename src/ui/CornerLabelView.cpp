@@ -1,0 +1,99 @@
+#include "ui/CornerLabelView.h"
+
+#include "ui/LabelFont.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace deskmark {
+
+namespace {
+QColor qtColor(const RgbColor& color, double alpha = 1.0) {
+    return QColor::fromRgbF(float(color.red), float(color.green), float(color.blue),
+                            float(alpha));
+}
+} // namespace
+
+CornerLabelView::CornerLabelView()
+    : QWidget(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
+                           Qt::WindowStaysOnTopHint | Qt::WindowTransparentForInput |
+                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TranslucentBackground);
+}
+
+void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& background,
+                               double bgOpacity) {
+    label_ = label;
+    font_ = LabelFont::font(label.fontSize, label.weight);
+    background_ = qtColor(background, bgOpacity);
+    setGeometry(label.frame.toAlignedRect());
+    wanted_ = true;
+    update();
+    if (!fadedOut_)
+        show();
+}
+
+void CornerLabelView::setBackground(const RgbColor& background, double bgOpacity) {
+    background_ = qtColor(background, bgOpacity);
+    update();
+}
+
+void CornerLabelView::moveTo(const QPointF& topLeft) {
+    const QPointF before = frameOffset();
+    label_.frame.moveTopLeft(topLeft);
+    const QRect window = label_.frame.toAlignedRect();
+    if (window.size() == size())
+        move(window.topLeft());
+    else
+        setGeometry(window); // a fractional position can take one more pixel
+    if (frameOffset() != before)
+        update();
+}
+
+void CornerLabelView::orderOut() {
+    wanted_ = false;
+    hide();
+}
+
+void CornerLabelView::fadeTo(bool visible, int durationMs) {
+    fadedOut_ = !visible;
+    if (fade_)
+        fade_->stop();
+    if (visible && wanted_)
+        show();
+    fade_ = new QPropertyAnimation(this, "windowOpacity", this);
+    fade_->setDuration(durationMs);
+    fade_->setEndValue(visible ? 1.0 : 0.0);
+    connect(fade_, &QPropertyAnimation::finished, this, [this] {
+        if (fadedOut_)
+            hide();
+    });
+    fade_->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+QPointF CornerLabelView::frameOffset() const {
+    const QPointF origin = label_.frame.topLeft();
+    return origin - QPointF(std::floor(origin.x()), std::floor(origin.y()));
+}
+
+void CornerLabelView::paintEvent(QPaintEvent*) {
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        const QRectF box(frameOffset(), label_.frame.size());
+        QPainterPath shape;
+        shape.addRoundedRect(box, label_.cornerRadius, label_.cornerRadius);
+        painter.fillPath(shape, background_);
+        painter.setFont(font_);
+        painter.setPen(qtColor(label_.textColor));
+        painter.drawText(box.topLeft() + label_.textOrigin, label_.text);
+    }
+    Q_EMIT painted();
+}
+
+} // namespace deskmark
