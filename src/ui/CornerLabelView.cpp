@@ -2,6 +2,8 @@
 
 #include "ui/LabelFont.h"
 
+#include <QBitmap>
+#include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -31,6 +33,7 @@ void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& backgro
     font_ = LabelFont::font(label.fontSize, label.weight);
     background_ = qtColor(background, bgOpacity);
     setGeometry(label.frame.toAlignedRect());
+    updateShape();
     wanted_ = true;
     update();
     if (!fadedOut_)
@@ -50,8 +53,10 @@ void CornerLabelView::moveTo(const QPointF& topLeft) {
         move(window.topLeft());
     else
         setGeometry(window); // a fractional position can take one more pixel
-    if (frameOffset() != before)
+    if (frameOffset() != before) {
+        updateShape();
         update();
+    }
 }
 
 void CornerLabelView::orderOut() {
@@ -80,15 +85,44 @@ QPointF CornerLabelView::frameOffset() const {
     return origin - QPointF(std::floor(origin.x()), std::floor(origin.y()));
 }
 
+QPainterPath CornerLabelView::shape() const {
+    QPainterPath path;
+    path.addRoundedRect(QRectF(frameOffset(), label_.frame.size()), label_.cornerRadius,
+                        label_.cornerRadius);
+    return path;
+}
+
+void CornerLabelView::updateShape() {
+    // Every pixel the shape touches at all, so that edges keep their antialiasing where
+    // windows are composited, while without compositing the rounded ends' outside stays
+    // clear instead of showing the window's transparent pixels as black.
+    QImage coverage(size(), QImage::Format_Alpha8);
+    coverage.fill(0);
+    {
+        QPainter painter(&coverage);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(shape(), Qt::black);
+    }
+    QImage touched(size(), QImage::Format_MonoLSB);
+    touched.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+    touched.fill(0);
+    for (int y = 0; y < coverage.height(); ++y) {
+        const uchar* alpha = coverage.constScanLine(y);
+        for (int x = 0; x < coverage.width(); ++x) {
+            if (alpha[x] > 0)
+                touched.setPixel(x, y, 1);
+        }
+    }
+    setMask(QBitmap::fromImage(touched));
+}
+
 void CornerLabelView::paintEvent(QPaintEvent*) {
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::TextAntialiasing);
         const QRectF box(frameOffset(), label_.frame.size());
-        QPainterPath shape;
-        shape.addRoundedRect(box, label_.cornerRadius, label_.cornerRadius);
-        painter.fillPath(shape, background_);
+        painter.fillPath(shape(), background_);
         painter.setFont(font_);
         painter.setPen(qtColor(label_.textColor));
         painter.drawText(box.topLeft() + label_.textOrigin, label_.text);

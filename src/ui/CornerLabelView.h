@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPainterPath>
 #include <QPointer>
 #include <QPropertyAnimation>
 #include <QWidget>
@@ -45,6 +46,10 @@ private:
     // The window covers the label's frame out to whole pixels; this is where the frame
     // starts inside it.
     QPointF frameOffset() const;
+    // The rounded (or square) background in window coordinates.
+    QPainterPath shape() const;
+    // Clips the window to its background's shape.
+    void updateShape();
 
     CornerLabel label_;
     QFont font_;

@@ -131,6 +131,10 @@ private Q_SLOTS:
                 Qt::WindowStaysOnTopHint | Qt::WindowTransparentForInput));
             QVERIFY(view->testAttribute(Qt::WA_TransparentForMouseEvents));
             QVERIFY(view->testAttribute(Qt::WA_ShowWithoutActivating));
+            // The window is cut to the capsule: its corners are not part of it.
+            QVERIFY(view->mask().contains(view->rect().center()));
+            QVERIFY(!view->mask().contains(QPoint(0, 0)));
+            QVERIFY(!view->mask().contains(QPoint(view->width() - 1, view->height() - 1)));
         }
         const QRectF left = s.expected(0, "Alpha", CornerPosition::Bottom);
         const QRectF right = s.expected(1, "Alpha", CornerPosition::Bottom);
@@ -231,6 +235,32 @@ private Q_SLOTS:
         const QRectF frame = view->label().frame;
         QTRY_VERIFY_WITH_TIMEOUT(screenshot().pixelColor(backgroundPoint(frame)) != kRed, 5000);
         QVERIFY(countColour(screenshot(), frame.toAlignedRect(), kGreen) > 10);
+    }
+
+    void topRowLabelsFadeOutForTheOverviewAndBackIn() {
+        Session s;
+        s.settings.setCornerPositionRaw("topRight");
+        s.settings.setOverride(CornerOverrideItem::Position, true, s.display(1));
+        s.settings.setCornerPosition(CornerPosition::BottomLeft, s.display(1));
+        s.controller.refresh();
+        QVERIFY(QTest::qWaitForWindowExposed(s.view(0)));
+        QVERIFY(QTest::qWaitForWindowExposed(s.view(1)));
+
+        s.controller.setMcDisplays({s.display(0), s.display(1)});
+        s.controller.applyMissionControlVisibility();
+        QTRY_VERIFY(!s.view(0)->isVisible());
+        QCOMPARE(s.view(0)->windowOpacity(), 0.0);
+        QVERIFY(s.view(1)->isVisible()); // bottom row: stays
+        // A refresh while the overview is open leaves it down.
+        s.projects.setName("Alpha 2", "desktop-1");
+        s.controller.refresh();
+        QCOMPARE(s.view(0)->label().text, QStringLiteral("Alpha 2"));
+        QVERIFY(!s.view(0)->isVisible());
+
+        s.controller.setMcDisplays({});
+        s.controller.applyMissionControlVisibility();
+        QVERIFY(s.view(0)->isVisible());
+        QTRY_COMPARE(s.view(0)->windowOpacity(), 1.0);
     }
 
     void theGlyphsAreCentredWhateverTheirShape_data() {
