@@ -1,6 +1,7 @@
 #include "ui/CornerLabelView.h"
 
 #include "ui/LabelFont.h"
+#include "ui/QtColor.h"
 
 #include <QBitmap>
 #include <QImage>
@@ -10,13 +11,6 @@
 #include <cmath>
 
 namespace deskmark {
-
-namespace {
-QColor qtColor(const RgbColor& color, double alpha = 1.0) {
-    return QColor::fromRgbF(float(color.red), float(color.green), float(color.blue),
-                            float(alpha));
-}
-} // namespace
 
 CornerLabelView::CornerLabelView()
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
