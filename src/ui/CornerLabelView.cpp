@@ -30,8 +30,10 @@ void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& backgro
     updateShape();
     wanted_ = true;
     update();
-    if (!fadedOut_)
+    if (!fadedOut_) {
         show();
+        raise(); // above whatever was opened since
+    }
 }
 
 void CornerLabelView::setBackground(const RgbColor& background, double bgOpacity) {

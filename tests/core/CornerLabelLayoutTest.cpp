@@ -122,15 +122,6 @@ private Q_SLOTS:
         QCOMPARE(frame.top(), kVisible.top() + 12);
         QCOMPARE(frame.size(), huge);
     }
-
-    void onlyTheTopRowIsTheTopRow() {
-        int top = 0;
-        for (const CornerPosition position : allCases<CornerPosition>())
-            top += CornerLabelLayout::isTopRow(position) ? 1 : 0;
-        QCOMPARE(top, 3);
-        QVERIFY(CornerLabelLayout::isTopRow(CornerPosition::TopRight));
-        QVERIFY(!CornerLabelLayout::isTopRow(CornerPosition::Left));
-    }
 };
 
 QTEST_GUILESS_MAIN(CornerLabelLayoutTest)
