@@ -143,6 +143,7 @@ void AppDelegate::installObservers() {
     });
     connections_ << connect(&presetStore_, &PresetStore::changed, this,
                             &AppDelegate::refreshCornerOverlay);
+    installCornerOverlaySubscriptions();
 }
 
 void AppDelegate::activeSpaceDidChange() {
@@ -157,7 +158,43 @@ void AppDelegate::screenParametersDidChange() {
     scheduler_.after(kScreenSettleDelay, this, [this] { refreshCornerOverlay(); });
 }
 
-void AppDelegate::refreshCornerOverlay() {}
+void AppDelegate::refreshCornerOverlay() { cornerOverlay().refresh(); }
+
+CornerOverlayController& AppDelegate::cornerOverlay() {
+    if (!cornerOverlay_)
+        cornerOverlay_ = std::make_unique<CornerOverlayController>(
+            projectStore_, presetStore_, settings_, spaceStore_, screens_, cornerWindows_,
+            labelMeasurer_);
+    return *cornerOverlay_;
+}
+
+// Opacity and offset changes restyle or move the labels on screen; everything else that
+// shapes a label rebuilds what changed.
+void AppDelegate::installCornerOverlaySubscriptions() {
+    using Signal = void (SettingsStore::*)();
+    const auto follow = [this](std::initializer_list<Signal> sources, auto reaction) {
+        for (const Signal source : sources)
+            connections_ << connect(&settings_, source, this, reaction);
+    };
+    follow({&SettingsStore::cornerOverlayEnabledChanged,
+            &SettingsStore::cornerOverlayEnabledByDisplayChanged,
+            &SettingsStore::cornerPositionRawChanged, &SettingsStore::cornerPositionByDisplayChanged,
+            &SettingsStore::cornerShapeRawChanged, &SettingsStore::cornerShapeByDisplayChanged,
+            &SettingsStore::cornerWeightRawChanged, &SettingsStore::cornerWeightByDisplayChanged,
+            &SettingsStore::cornerVPaddingRawChanged, &SettingsStore::cornerVPaddingByDisplayChanged,
+            &SettingsStore::cornerColorModeRawChanged,
+            &SettingsStore::cornerColorModeByDisplayChanged,
+            &SettingsStore::cornerOverridesByDisplayChanged, &SettingsStore::cornerFontSizeChanged,
+            &SettingsStore::cornerFontSizeByDisplayChanged, &SettingsStore::cornerMarginChanged,
+            &SettingsStore::cornerMarginByDisplayChanged},
+           [this] { refreshCornerOverlay(); });
+    follow({&SettingsStore::cornerBgOpacityChanged, &SettingsStore::cornerBgOpacityByDisplayChanged},
+           [this] { cornerOverlay().updateOpacityOnly(); });
+    follow({&SettingsStore::cornerOffsetYChanged, &SettingsStore::cornerOffsetXChanged,
+            &SettingsStore::cornerOffsetYByDisplayChanged,
+            &SettingsStore::cornerOffsetXByDisplayChanged},
+           [this] { cornerOverlay().updateOffsetOnly(); });
+}
 
 void AppDelegate::checkMenuBarDisplay() {
     if (!settings_.showCurrentSpaceInMenuBar())

@@ -7,6 +7,7 @@
 #include "core/model/PresetStore.h"
 #include "core/model/ProjectStore.h"
 #include "core/model/SettingsStore.h"
+#include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
@@ -14,6 +15,9 @@
 #include "platform/linux/X11HotKeyRegistrar.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
+#include "ui/QtCornerLabelWindows.h"
+#include "ui/QtLabelTextMeasurer.h"
+#include "ui/QtScreenProvider.h"
 #include "ui/StatusMenu.h"
 
 #include <QIcon>
@@ -60,6 +64,8 @@ private:
     void activeSpaceDidChange();
     void screenParametersDidChange();
     void refreshCornerOverlay();
+    CornerOverlayController& cornerOverlay();
+    void installCornerOverlaySubscriptions();
     void checkMenuBarDisplay();
     void rebuildPresetMenu();
     void applyPreset(const QString& presetID);
@@ -91,6 +97,12 @@ private:
     X11HotKeyRegistrar hotKeyRegistrar_;
     HotKeyManager hotKeyManager_{hotKeyRegistrar_};
     HotKeyBindings hotKeys_{settings_, hotKeyManager_};
+
+    // The corner labels; the controller is made on first use.
+    QtScreenProvider screens_;
+    QtLabelTextMeasurer labelMeasurer_;
+    QtCornerLabelWindows cornerWindows_;
+    std::unique_ptr<CornerOverlayController> cornerOverlay_;
 };
 
 } // namespace deskmark

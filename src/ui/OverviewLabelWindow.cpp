@@ -1,6 +1,7 @@
 #include "ui/OverviewLabelWindow.h"
 
 #include "ui/LabelFont.h"
+#include "ui/QtColor.h"
 
 #include <QColor>
 #include <QFontMetricsF>
@@ -9,12 +10,6 @@
 #include <QScreen>
 
 namespace deskmark {
-
-namespace {
-QColor qtColor(const RgbColor& color) {
-    return QColor::fromRgbF(float(color.red), float(color.green), float(color.blue));
-}
-} // namespace
 
 OverviewLabelWindow::OverviewLabelWindow(const OverviewLabelScreen& labels,
                                          const OverviewLabelStyle& style)

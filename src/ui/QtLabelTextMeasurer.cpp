@@ -17,4 +17,18 @@ double QtLabelTextMeasurer::fittingHeight(const QString& text, double fontSize, 
     return metrics.boundingRect(room, Qt::TextWrapAnywhere, text).height();
 }
 
+double QtLabelTextMeasurer::textWidth(const QString& text, double fontSize,
+                                      CornerWeight weight) const {
+    return QFontMetricsF(LabelFont::font(fontSize, weight)).horizontalAdvance(text);
+}
+
+GlyphYBounds QtLabelTextMeasurer::glyphYBounds(const QString& text, double fontSize,
+                                               CornerWeight weight) const {
+    // The union of the glyphs' own bounding boxes, whichever font each glyph comes from.
+    const QRectF ink = QFontMetricsF(LabelFont::font(fontSize, weight)).tightBoundingRect(text);
+    if (ink.isEmpty())
+        return {};
+    return GlyphYBounds{ink.top(), ink.bottom()};
+}
+
 } // namespace deskmark

@@ -4,11 +4,14 @@
 
 namespace deskmark {
 
-// Measures label text with the system font, laid out as OverviewLabelWindow draws it.
+// Measures label text with the system font, laid out as the label views draw it.
 class QtLabelTextMeasurer : public LabelTextMeasurer {
 public:
     double fittingHeight(const QString& text, double fontSize, CornerWeight weight, double width,
                          bool singleLine) const override;
+    double textWidth(const QString& text, double fontSize, CornerWeight weight) const override;
+    GlyphYBounds glyphYBounds(const QString& text, double fontSize,
+                              CornerWeight weight) const override;
 };
 
 } // namespace deskmark

@@ -7,7 +7,7 @@ namespace deskmark {
 
 namespace {
 ScreenInfo info(const QScreen& screen) {
-    return ScreenInfo{screen.name(), QRectF(screen.geometry())};
+    return ScreenInfo{screen.name(), QRectF(screen.geometry()), QRectF(screen.availableGeometry())};
 }
 } // namespace
 

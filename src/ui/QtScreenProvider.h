@@ -4,7 +4,8 @@
 
 namespace deskmark {
 
-// The screens Qt knows, by QScreen::name() and geometry; the main screen is Qt's primary.
+// The screens Qt knows, by QScreen::name(), geometry and available geometry; the main
+// screen is Qt's primary.
 class QtScreenProvider : public ScreenProvider {
 public:
     QList<ScreenInfo> screens() const override;

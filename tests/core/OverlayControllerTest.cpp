@@ -21,8 +21,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const ScreenInfo kPrimary{QStringLiteral("PRIMARY"), QRectF(0, 0, 1920, 1080)};
-const ScreenInfo kLeft{QStringLiteral("LEFT"), QRectF(-1280, 200, 1280, 800)};
+const ScreenInfo kPrimary{QStringLiteral("PRIMARY"), QRectF(0, 0, 1920, 1080),
+                          QRectF(0, 0, 1920, 1080)};
+const ScreenInfo kLeft{QStringLiteral("LEFT"), QRectF(-1280, 200, 1280, 800),
+                       QRectF(-1280, 200, 1280, 800)};
 const RgbColor kNavy = *RgbColor::fromDeskmarkHex(QStringLiteral("#000080"));
 const RgbColor kRed{1, 0, 0};
 const RgbColor kWhite{1, 1, 1};

@@ -14,8 +14,10 @@ QStringList titles(const AXDisplayThumbs& strip) {
     return result;
 }
 
-const ScreenInfo kPrimary{QStringLiteral("PRIMARY"), QRectF(0, 0, 1920, 1080)};
-const ScreenInfo kLeft{QStringLiteral("LEFT"), QRectF(-1280, 200, 1280, 800)};
+const ScreenInfo kPrimary{QStringLiteral("PRIMARY"), QRectF(0, 0, 1920, 1080),
+                          QRectF(0, 0, 1920, 1080)};
+const ScreenInfo kLeft{QStringLiteral("LEFT"), QRectF(-1280, 200, 1280, 800),
+                       QRectF(-1280, 200, 1280, 800)};
 
 } // namespace
 

@@ -14,7 +14,7 @@ namespace {
 OverviewLabelScreen labelsAt(const QRectF& frame) {
     OverviewLabelScreen::Box box{QRectF(40, 30, 200, 24), QRectF(3, 4, 194, 16), "Alpha",
                                  RgbColor{1, 0, 0}, RgbColor{1, 1, 1}};
-    return OverviewLabelScreen{ScreenInfo{"screen", frame}, {box}};
+    return OverviewLabelScreen{ScreenInfo{"screen", frame, frame}, {box}};
 }
 
 OverviewLabelStyle style() {

@@ -1,0 +1,128 @@
+#include "core/overlay/CornerLabelLayout.h"
+#include "platform/fake/FakeLabelTextMeasurer.h"
+
+#include <QTest>
+
+using namespace deskmark;
+
+namespace {
+// A 1000x700 visible frame below a 30-point top panel on a screen starting at x = 100.
+const QRectF kVisible(100, 30, 1000, 700);
+const QSizeF kSize(80, 20);
+
+CornerLabelStyle style(CornerPosition position, double margin = 12) {
+    CornerLabelStyle style;
+    style.position = position;
+    style.margin = margin;
+    return style;
+}
+} // namespace
+
+Q_DECLARE_METATYPE(CornerPosition)
+
+class CornerLabelLayoutTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void eachPositionInTheVisibleFrame_data() {
+        QTest::addColumn<CornerPosition>("position");
+        QTest::addColumn<QPointF>("topLeft");
+        // Left edge 112, centre 560, right 1008; top 42, middle 370, bottom 698.
+        QTest::newRow("topLeft") << CornerPosition::TopLeft << QPointF(112, 42);
+        QTest::newRow("top") << CornerPosition::Top << QPointF(560, 42);
+        QTest::newRow("topRight") << CornerPosition::TopRight << QPointF(1008, 42);
+        QTest::newRow("left") << CornerPosition::Left << QPointF(112, 370);
+        QTest::newRow("right") << CornerPosition::Right << QPointF(1008, 370);
+        QTest::newRow("bottomLeft") << CornerPosition::BottomLeft << QPointF(112, 698);
+        QTest::newRow("bottom") << CornerPosition::Bottom << QPointF(560, 698);
+        QTest::newRow("bottomRight") << CornerPosition::BottomRight << QPointF(1008, 698);
+    }
+    void eachPositionInTheVisibleFrame() {
+        QFETCH(CornerPosition, position);
+        QFETCH(QPointF, topLeft);
+        QCOMPARE(CornerLabelLayout::place(kSize, position, 12, kVisible), QRectF(topLeft, kSize));
+    }
+
+    void bottomLabelSitsMarginAboveTheDockEdge() {
+        const FakeLabelTextMeasurer measurer;
+        CornerLabelStyle look = style(CornerPosition::Bottom);
+        look.fontSize = 13;
+        const auto geometry = CornerLabelLayout::layout("Work", look, kVisible, measurer);
+        QCOMPARE(geometry.frame.center().x(), kVisible.center().x());
+        QCOMPARE(geometry.frame.bottom(), kVisible.bottom() - 12);
+        QCOMPARE(geometry.frame, geometry.base); // no offsets
+    }
+
+    void paddingFollowsShapeAndVerticalPadding() {
+        const FakeLabelTextMeasurer measurer;
+        CornerLabelStyle look = style(CornerPosition::TopLeft);
+        look.fontSize = 20;
+        // "HH": 24 wide, glyphs 14 tall (0.7 × 20).
+        look.vPadding = CornerVPadding::Narrow;
+        auto capsule = CornerLabelLayout::layout("HH", look, kVisible, measurer);
+        QCOMPARE(capsule.frame.height(), 14 + 2 * 6.0);       // 0.3 × 20 per side
+        QCOMPARE(capsule.frame.width(), 24 + capsule.frame.height()); // half the height per side
+        QCOMPARE(capsule.cornerRadius, capsule.frame.height() / 2);
+        QCOMPARE(capsule.textOrigin.x(), capsule.frame.height() / 2);
+
+        look.vPadding = CornerVPadding::Normal;
+        look.shape = CornerShape::Square;
+        auto square = CornerLabelLayout::layout("HH", look, kVisible, measurer);
+        QCOMPARE(square.frame.height(), 14 + 2 * 10.0); // 0.5 × 20 per side
+        QCOMPARE(square.frame.width(), 24 + 2 * 12.0);  // 0.6 × 20 per side
+        QCOMPARE(square.cornerRadius, 0.0);
+        QCOMPARE(square.textOrigin.x(), 12.0);
+    }
+
+    void heightFollowsTheGlyphsAndTheyStayCentred() {
+        const FakeLabelTextMeasurer measurer;
+        CornerLabelStyle look = style(CornerPosition::Bottom);
+        look.fontSize = 13;
+        const auto capitals = CornerLabelLayout::layout("HELLO", look, kVisible, measurer);
+        const auto descenders = CornerLabelLayout::layout("Typography", look, kVisible, measurer);
+        const auto lower = CornerLabelLayout::layout("ocean", look, kVisible, measurer);
+        // Glyph heights 9.1, 11.7 and 6.5 are rounded up; 2 × 3.9 of padding each.
+        QCOMPARE(capitals.frame.height(), 10 + 7.8);
+        QCOMPARE(descenders.frame.height(), 12 + 7.8);
+        QCOMPARE(lower.frame.height(), 7 + 7.8);
+        // The middle of the glyphs' span is the middle of the label, whatever the line box.
+        const struct {
+            const char* text;
+            CornerLabelLayout::Geometry geometry;
+        } cases[] = {{"HELLO", capitals}, {"Typography", descenders}, {"ocean", lower}};
+        for (const auto& c : cases) {
+            const GlyphYBounds glyphs = measurer.glyphYBounds(c.text, 13, CornerWeight::Regular);
+            const double glyphMiddle = c.geometry.textOrigin.y() + (glyphs.minY + glyphs.maxY) / 2;
+            QCOMPARE(glyphMiddle, c.geometry.frame.height() / 2);
+        }
+    }
+
+    void offsetsMoveRightAndUp() {
+        const QRectF base = CornerLabelLayout::place(kSize, CornerPosition::Bottom, 12, kVisible);
+        QCOMPARE(CornerLabelLayout::offset(base, 30, 40, 12, kVisible),
+                 base.translated(30, -40));
+        QCOMPARE(CornerLabelLayout::offset(base, -30, 0, 12, kVisible), base.translated(-30, 0));
+    }
+
+    void offsetsAreClampedInsideTheMargin() {
+        const QRectF base = CornerLabelLayout::place(kSize, CornerPosition::Bottom, 12, kVisible);
+        // Pushed past the bottom-right corner: stops at the inset.
+        QCOMPARE(CornerLabelLayout::offset(base, 5000, -5000, 12, kVisible).topLeft(),
+                 QPointF(1008, 698));
+        // Pushed past the top-left corner.
+        QCOMPARE(CornerLabelLayout::offset(base, -5000, 5000, 12, kVisible).topLeft(),
+                 QPointF(112, 42));
+    }
+
+    void anOversizedLabelEndsAtTheFarInsets() {
+        // Wider and taller than the room: the right inset and the top inset win.
+        const QSizeF huge(2000, 1000);
+        const QRectF base = CornerLabelLayout::place(huge, CornerPosition::TopLeft, 12, kVisible);
+        const QRectF frame = CornerLabelLayout::offset(base, 0, 0, 12, kVisible);
+        QCOMPARE(frame.right(), kVisible.right() - 12);
+        QCOMPARE(frame.top(), kVisible.top() + 12);
+        QCOMPARE(frame.size(), huge);
+    }
+};
+
+QTEST_GUILESS_MAIN(CornerLabelLayoutTest)
+#include "CornerLabelLayoutTest.moc"

@@ -1,0 +1,299 @@
+#include "core/model/PresetStore.h"
+#include "core/model/ProjectStore.h"
+#include "core/model/SettingsStore.h"
+#include "core/overlay/CornerLabelLayout.h"
+#include "core/overlay/CornerOverlayController.h"
+#include "core/spaces/SpaceStore.h"
+#include "platform/fake/MemoryDefaults.h"
+#include "platform/linux/X11WindowServer.h"
+#include "ui/QtCornerLabelWindows.h"
+#include "ui/QtLabelTextMeasurer.h"
+#include "ui/QtScreenProvider.h"
+
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace deskmark;
+
+namespace {
+
+const QColor kRed(0xCC, 0x22, 0x22);
+const QColor kGreen(0x00, 0xFF, 0x00);
+const QColor kBlue(0x22, 0x55, 0xCC);
+constexpr double kFontSize = 40;
+
+// The whole X screen (both monitors) as the X server shows it.
+QImage screenshot() {
+    QProcess import;
+    import.start("import", {"-window", "root", "png:-"});
+    if (!import.waitForFinished(10000))
+        return {};
+    return QImage::fromData(import.readAllStandardOutput(), "PNG").convertToFormat(QImage::Format_RGB32);
+}
+
+int countColour(const QImage& image, const QRect& area, const QColor& colour) {
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x)
+            count += image.pixelColor(x, y).rgb() == colour.rgb() ? 1 : 0;
+    }
+    return count;
+}
+
+// Stores, the X11 Space source and the corner overlay over real windows. Desktop 1 is
+// "Alpha" (red, white text); the others start unnamed. Labels use a 40-pixel font.
+struct Session {
+    Session() {
+        QObject::connect(&server, &WindowServer::activeSpaceChanged, &server,
+                         [this] { controller.refresh(); });
+        red = addPreset("#CC2222", "#FFFFFF");
+        projects.set("Alpha", red, "desktop-1");
+        settings.setCornerBgOpacity(1.0);
+        // Large enough for strokes with fully covered pixels in the text colour.
+        settings.setCornerFontSize(kFontSize);
+    }
+
+    QString addPreset(const QString& bg, const QString& text) {
+        ColorPreset preset = presets.addPreset();
+        preset.bgHex = bg;
+        preset.textHex = text;
+        presets.updatePreset(preset);
+        return preset.id;
+    }
+    // The display UUIDs of the left and right monitor.
+    QString display(int index) const {
+        return *spaces.displayUUID(screens.screens().at(index).name);
+    }
+    // Where a label with that text goes on a monitor with the default look.
+    QRectF expected(int index, const QString& text, CornerPosition position) const {
+        CornerLabelStyle style;
+        style.position = position;
+        style.margin = 12;
+        style.fontSize = kFontSize;
+        return CornerLabelLayout::layout(text, style, screens.screens().at(index).visibleFrame,
+                                         measurer)
+            .frame;
+    }
+    bool onDesktop(int index) const {
+        const auto displays = spaces.displays();
+        return !displays.isEmpty() &&
+               displays.first().currentUUID == QStringLiteral("desktop-%1").arg(index + 1);
+    }
+    CornerLabelView* view(int index) const { return windows.view(display(index)); }
+
+    QTemporaryDir folder;
+    ProjectStore projects{folder.path()};
+    PresetStore presets{folder.path()};
+    MemoryDefaults defaults;
+    SettingsStore settings{defaults, {}};
+    X11WindowServer server;
+    SpaceStore spaces{server};
+    QtScreenProvider screens;
+    QtLabelTextMeasurer measurer;
+    QtCornerLabelWindows windows;
+    CornerOverlayController controller{projects, presets, settings, spaces,
+                                       screens,  windows, measurer};
+    QString red;
+};
+
+// A point of the label's background: halfway into the capsule's rounded left end, well
+// clear of the text.
+QPoint backgroundPoint(const QRectF& frame) {
+    return QPointF(frame.left() + frame.height() / 4, frame.center().y()).toPoint();
+}
+
+} // namespace
+
+class CornerOverlayTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init() {
+        // Every case starts on the first desktop.
+        X11WindowServer server;
+        QVERIFY(server.requestDesktop(0));
+        const SpaceStore spaces(server);
+        QTRY_COMPARE(spaces.displays().value(0).currentUUID, std::optional<QString>("desktop-1"));
+    }
+
+    void aNamedDesktopIsLabelledOnBothMonitors() {
+        Session s;
+        s.controller.refresh();
+        for (int i = 0; i < 2; ++i) {
+            CornerLabelView* view = s.view(i);
+            QVERIFY(view);
+            QVERIFY(QTest::qWaitForWindowExposed(view));
+            const QRectF frame = s.expected(i, "Alpha", CornerPosition::Bottom);
+            QCOMPARE(view->geometry(), frame.toAlignedRect());
+            QVERIFY(view->windowFlags().testFlags(
+                Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
+                Qt::WindowStaysOnTopHint | Qt::WindowTransparentForInput));
+            QVERIFY(view->testAttribute(Qt::WA_TransparentForMouseEvents));
+            QVERIFY(view->testAttribute(Qt::WA_ShowWithoutActivating));
+            // The window is cut to the capsule: its corners are not part of it.
+            QVERIFY(view->mask().contains(view->rect().center()));
+            QVERIFY(!view->mask().contains(QPoint(0, 0)));
+            QVERIFY(!view->mask().contains(QPoint(view->width() - 1, view->height() - 1)));
+        }
+        const QRectF left = s.expected(0, "Alpha", CornerPosition::Bottom);
+        const QRectF right = s.expected(1, "Alpha", CornerPosition::Bottom);
+        QVERIFY(right.left() > 1280); // on the right monitor's own visible frame
+        QImage shot;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            (shot = screenshot(),
+             shot.pixelColor(backgroundPoint(left)) == kRed &&
+                 shot.pixelColor(backgroundPoint(right)) == kRed),
+            5000);
+        QVERIFY(countColour(shot, left.toAlignedRect(), Qt::white) > 10); // the text
+        QVERIFY(countColour(shot, right.toAlignedRect(), Qt::white) > 10);
+        QVERIFY(shot.pixelColor(backgroundPoint(left) - QPoint(int(left.height()), 0)) != kRed);
+    }
+
+    void anOverrideMovesOnlyItsMonitorsLabel() {
+        Session s;
+        s.controller.refresh();
+        QVERIFY(QTest::qWaitForWindowExposed(s.view(1)));
+        const QRect leftBefore = s.view(0)->geometry();
+        s.settings.setOverride(CornerOverrideItem::Position, true, s.display(1));
+        s.settings.setCornerPosition(CornerPosition::TopRight, s.display(1));
+        s.controller.refresh();
+
+        const QRectF moved = s.expected(1, "Alpha", CornerPosition::TopRight);
+        const QRectF old = s.expected(1, "Alpha", CornerPosition::Bottom);
+        QCOMPARE(s.view(1)->geometry(), moved.toAlignedRect());
+        QCOMPARE(s.view(0)->geometry(), leftBefore);
+        QImage shot;
+        QTRY_VERIFY_WITH_TIMEOUT((shot = screenshot(),
+                                  shot.pixelColor(backgroundPoint(moved)) == kRed &&
+                                      shot.pixelColor(backgroundPoint(old)) != kRed),
+                                 5000);
+        QCOMPARE(shot.pixelColor(backgroundPoint(QRectF(leftBefore))), kRed);
+    }
+
+    void desktopSwitchesRelabelAndUnnamedDesktopsShowNothing() {
+        Session s;
+        s.projects.set("Gamma", s.addPreset("#2255CC", "#FFFFFF"), "desktop-3");
+        s.controller.refresh();
+        QVERIFY(QTest::qWaitForWindowExposed(s.view(0)));
+        const QRectF alpha = s.expected(0, "Alpha", CornerPosition::Bottom);
+
+        QCOMPARE(QProcess::execute("wmctrl", {"-s", "2"}), 0);
+        QTRY_VERIFY(s.onDesktop(2));
+        QTRY_COMPARE(s.view(0)->label().text, QStringLiteral("Gamma"));
+        QCOMPARE(s.view(1)->label().text, QStringLiteral("Gamma"));
+        const QRectF gamma = s.expected(1, "Gamma", CornerPosition::Bottom);
+        QTRY_VERIFY_WITH_TIMEOUT(screenshot().pixelColor(backgroundPoint(gamma)) == kBlue, 5000);
+
+        // Desktop 2 has no name: no label and no stand-in text, the windows are kept.
+        CornerLabelView* kept = s.view(0);
+        QCOMPARE(QProcess::execute("wmctrl", {"-s", "1"}), 0);
+        QTRY_VERIFY(s.onDesktop(1));
+        QTRY_VERIFY(!s.view(0)->isVisible());
+        QVERIFY(!s.view(1)->isVisible());
+        QCOMPARE(s.view(0), kept);
+        QImage shot;
+        QTRY_VERIFY_WITH_TIMEOUT((shot = screenshot(),
+                                  shot.pixelColor(backgroundPoint(gamma)) != kBlue &&
+                                      shot.pixelColor(backgroundPoint(alpha)) != kRed),
+                                 5000);
+
+        QCOMPARE(QProcess::execute("wmctrl", {"-s", "0"}), 0);
+        QTRY_VERIFY(s.view(0)->isVisible());
+        QCOMPARE(s.view(0)->label().text, QStringLiteral("Alpha"));
+        QCOMPARE(s.view(0), kept);
+    }
+
+    void opacityChangesTheBackgroundOnly() {
+        Session s;
+        s.projects.set("Alpha", s.addPreset("#CC2222", "#00FF00"), "desktop-1");
+        s.controller.refresh();
+        CornerLabelView* view = s.view(0);
+        QVERIFY(QTest::qWaitForWindowExposed(view));
+        const QImage opaque = view->grab().toImage();
+        const int textPixels = countColour(opaque, opaque.rect(), kGreen);
+        QVERIFY(textPixels > 10);
+
+        s.settings.setCornerBgOpacity(0.4);
+        s.controller.updateOpacityOnly();
+        QCOMPARE(view->background().alpha(), qRound(0.4 * 255));
+        QCOMPARE(view->background().rgb(), kRed.rgb());
+        // Every pixel that the text covered fully keeps exactly the text colour.
+        const QImage faint = view->grab().toImage();
+        QCOMPARE(faint.size(), opaque.size());
+        int kept = 0;
+        for (int y = 0; y < opaque.height(); ++y) {
+            for (int x = 0; x < opaque.width(); ++x) {
+                if (opaque.pixelColor(x, y).rgba() == kGreen.rgba())
+                    kept += faint.pixelColor(x, y).rgba() == kGreen.rgba() ? 1 : 0;
+            }
+        }
+        QCOMPARE(kept, textPixels);
+        const QPoint bg = backgroundPoint(QRectF(QPointF(), view->label().frame.size()));
+        QCOMPARE(faint.pixelColor(bg).alpha(), qRound(0.4 * 255));
+        // On screen the text keeps its colour too.
+        const QRectF frame = view->label().frame;
+        QTRY_VERIFY_WITH_TIMEOUT(screenshot().pixelColor(backgroundPoint(frame)) != kRed, 5000);
+        QVERIFY(countColour(screenshot(), frame.toAlignedRect(), kGreen) > 10);
+    }
+
+    void topRowLabelsFadeOutForTheOverviewAndBackIn() {
+        Session s;
+        s.settings.setCornerPositionRaw("topRight");
+        s.settings.setOverride(CornerOverrideItem::Position, true, s.display(1));
+        s.settings.setCornerPosition(CornerPosition::BottomLeft, s.display(1));
+        s.controller.refresh();
+        QVERIFY(QTest::qWaitForWindowExposed(s.view(0)));
+        QVERIFY(QTest::qWaitForWindowExposed(s.view(1)));
+
+        s.controller.setMcDisplays({s.display(0), s.display(1)});
+        s.controller.applyMissionControlVisibility();
+        QTRY_VERIFY(!s.view(0)->isVisible());
+        QCOMPARE(s.view(0)->windowOpacity(), 0.0);
+        QVERIFY(s.view(1)->isVisible()); // bottom row: stays
+        // A refresh while the overview is open leaves it down.
+        s.projects.setName("Alpha 2", "desktop-1");
+        s.controller.refresh();
+        QCOMPARE(s.view(0)->label().text, QStringLiteral("Alpha 2"));
+        QVERIFY(!s.view(0)->isVisible());
+
+        s.controller.setMcDisplays({});
+        s.controller.applyMissionControlVisibility();
+        QVERIFY(s.view(0)->isVisible());
+        QTRY_COMPARE(s.view(0)->windowOpacity(), 1.0);
+    }
+
+    void theGlyphsAreCentredWhateverTheirShape_data() {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("capitals") << "HELLO";
+        QTest::newRow("descenders") << "gjpqy";
+        QTest::newRow("japanese") << "日本語";
+    }
+    void theGlyphsAreCentredWhateverTheirShape() {
+        QFETCH(QString, name);
+        Session s;
+        s.projects.set(name, s.addPreset("#000000", "#FFFFFF"), "desktop-1");
+        s.controller.refresh();
+        CornerLabelView* view = s.view(0);
+        QVERIFY(QTest::qWaitForWindowExposed(view));
+        // The rows that hold ink: anything brighter than the black background.
+        const QImage image = view->grab().toImage();
+        int top = image.height(), bottom = -1;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixelColor(x, y).lightness() > 60) {
+                    top = std::min(top, y);
+                    bottom = std::max(bottom, y);
+                }
+            }
+        }
+        QVERIFY(bottom >= top);
+        const double gapAbove = top;
+        const double gapBelow = image.height() - 1 - bottom;
+        QVERIFY2(std::abs(gapAbove - gapBelow) <= 2.0,
+                 qPrintable(QStringLiteral("%1 above, %2 below").arg(gapAbove).arg(gapBelow)));
+    }
+};
+
+QTEST_MAIN(CornerOverlayTest)
+#include "CornerOverlayTest.moc"
