@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QThread>
 
 #include <unistd.h>
@@ -63,10 +64,10 @@ struct Figures {
     }
 };
 
-// CPU seconds and context switches of every thread of pid.
+// CPU seconds of pid and the context switches of each of its threads.
 struct Usage {
     double cpuSeconds = 0;
-    qint64 switches = 0;
+    QHash<QString, qint64> switchesByThread;
 
     static Usage of(qint64 pid) {
         Usage usage;
@@ -85,10 +86,19 @@ struct Usage {
                 continue;
             for (const QByteArray& line : status.readAll().split('\n')) {
                 if (line.contains("ctxt_switches:"))
-                    usage.switches += line.mid(line.indexOf(':') + 1).trimmed().toLongLong();
+                    usage.switchesByThread[task] +=
+                        line.mid(line.indexOf(':') + 1).trimmed().toLongLong();
             }
         }
         return usage;
+    }
+
+    // Wake-ups between two readings, counting the threads that lived through both.
+    static qint64 switchesBetween(const Usage& before, const Usage& after) {
+        qint64 total = 0;
+        for (auto it = after.switchesByThread.cbegin(); it != after.switchesByThread.cend(); ++it)
+            total += it.value() - before.switchesByThread.value(it.key(), it.value());
+        return total;
     }
 };
 
@@ -142,6 +152,6 @@ int main(int argc, char* argv[]) {
     std::printf("idle for %d s: CPU %.3f s (%.3f %%), %.2f wake-ups per second\n", idleSeconds,
                 after.cpuSeconds - before.cpuSeconds,
                 100.0 * (after.cpuSeconds - before.cpuSeconds) / idleSeconds,
-                double(after.switches - before.switches) / idleSeconds);
+                double(Usage::switchesBetween(before, after)) / idleSeconds);
     return 0;
 }
