@@ -15,6 +15,8 @@ SettingsFile::SettingsFile(const QString& path) : file_(path) {
         return;
     if (result.status == StoreFile::ReadStatus::Unreadable) {
         systemLog(QStringLiteral("Deskmark: settings.json の読み込みに失敗"));
+        // Its content is unknown, so it must not be replaced unseen either.
+        file_.markBroken();
         return;
     }
     QJsonParseError error{};
