@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -80,6 +81,20 @@ private Q_SLOTS:
         QVERIFY(!file.write("fresher")); // no second copy: the good file is never set aside
         QCOMPARE(readFile(path + ".broken"), QByteArray("{ damaged"));
         QCOMPARE(readFile(path), QByteArray("fresher"));
+    }
+
+    void damagedFileRemovedMeanwhileLeavesTheOlderCopy() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("projects.json");
+        writeFile(path, "{ damaged");
+        writeFile(path + ".broken", "older copy");
+        StoreFile file(path);
+        file.markBroken();
+        QVERIFY(QFile::remove(path));
+        QTest::failOnWarning(QRegularExpression(".*")); // nothing was set aside
+        QVERIFY(!file.write("fresh"));
+        QCOMPARE(readFile(path + ".broken"), QByteArray("older copy"));
+        QCOMPARE(readFile(path), QByteArray("fresh"));
     }
 
     void damagedFileIsKeptWhenItCannotBeSetAside() {
