@@ -39,10 +39,11 @@ int diagnose() {
 }
 
 void chooseLanguage() {
-    const SettingsFile settings(AppFolders::configFolder() + QStringLiteral("/settings.json"));
+    const QJsonValue setting =
+        SettingsFile::peek(AppFolders::configFolder() + QStringLiteral("/settings.json"),
+                           QStringLiteral("appLanguage"));
     Language::setJapanese(Language::computeIsJapanese(
-        settings.value(QStringLiteral("appLanguage")).toString(),
-        Language::preferredLanguagesFromEnvironment()));
+        setting.toString(), Language::preferredLanguagesFromEnvironment()));
 }
 
 } // namespace

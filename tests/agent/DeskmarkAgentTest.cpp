@@ -3,7 +3,9 @@
 
 #include "AgentSession.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -64,17 +66,31 @@ private Q_SLOTS:
         QCOMPARE(agent.label(), QString());
     }
 
-    void undecodableProjectsAreSetAsideBeforeTheFirstSave() {
+    void undecodableFilesAreReportedOnceAndSetAsideBeforeTheFirstSave() {
         AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
         const QByteArray damaged = R"({"version":1,"projects":[{"id":)";
         agent.writeDataFile(QStringLiteral("projects.json"), damaged);
+        const QString settingsPath =
+            agent.configFolder() + QStringLiteral("/Deskmark/settings.json");
+        QVERIFY(QDir().mkpath(QFileInfo(settingsPath).path()));
+        QFile settings(settingsPath);
+        QVERIFY(settings.open(QIODevice::WriteOnly) && settings.write("{\"appLanguage\":") > 0);
+        settings.close();
         QVERIFY2(agent.start(), agent.standardError().constData());
         QCOMPARE(agent.label(), QString());
         // Nothing is saved yet, so nothing is set aside and the damaged file is untouched.
         QFile file(agent.dataFolder() + QStringLiteral("/projects.json"));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), damaged);
-        QVERIFY(agent.standardError().contains("projects.json"));
+        // The settings are written at start, after their damaged file has been set aside.
+        QVERIFY(QFile::exists(settingsPath + QStringLiteral(".broken")));
+        // Each failure is one line, logged once.
+        const QList<QByteArray> lines = agent.standardError().split('\n');
+        for (const char* expected :
+             {"Deskmark: projects.json のデコードに失敗（空で開始）",
+              "Deskmark: settings.json のデコードに失敗（既定値で開始）",
+              "Deskmark: 読み込めなかった settings.json を settings.json.broken に退避"})
+            QVERIFY2(lines.count(QByteArray(expected)) == 1, expected);
     }
 };
 

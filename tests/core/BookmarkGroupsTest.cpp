@@ -88,6 +88,9 @@ private Q_SLOTS:
         QTest::newRow("tilde alone") << file("~") << "file:" + home;
         QTest::newRow("tilde inside") << file("/x/~/y") << "file:/x/~/y";
         QTest::newRow("repeated and trailing slashes") << file("/x//y/") << "file:/x/y";
+        QTest::newRow("dots above the root") << file("/a/../../b") << "file:/b";
+        QTest::newRow("the root's parent") << file("/..") << "file:/";
+        QTest::newRow("a name beginning with dots") << file("/..x/y") << "file:/..x/y";
         QTest::newRow("relative to the working folder")
             << file("docs/a") << "file:" + QDir::currentPath() + "/docs/a";
     }

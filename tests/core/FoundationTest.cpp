@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -66,19 +67,33 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(dir.filePath("a.json.broken")));
     }
 
+    void brokenFileIsSetAsideOnceBeforeItIsReplaced_data() {
+        QTest::addColumn<bool>("removedMeanwhile");
+        QTest::newRow("still there") << false;
+        QTest::newRow("removed meanwhile: nothing to keep, the older copy stays") << true;
+    }
     void brokenFileIsSetAsideOnceBeforeItIsReplaced() {
+        QFETCH(bool, removedMeanwhile);
         QTemporaryDir dir;
         const QString path = dir.filePath("projects.json");
         writeFile(path, "{ damaged");
         writeFile(path + ".broken", "older copy");
         StoreFile file(path);
         file.markBroken();
-        QTest::ignoreMessage(QtWarningMsg,
-                             "Deskmark: 読み込めなかった projects.json を projects.json.broken に退避");
+        QByteArray copy = "{ damaged";
+        if (removedMeanwhile) {
+            QVERIFY(QFile::remove(path));
+            copy = "older copy";
+            QTest::failOnWarning(QRegularExpression(".*"));
+        } else {
+            QTest::ignoreMessage(
+                QtWarningMsg,
+                "Deskmark: 読み込めなかった projects.json を projects.json.broken に退避");
+        }
         QVERIFY(!file.write("fresh"));
-        QCOMPARE(readFile(path + ".broken"), QByteArray("{ damaged"));
+        QCOMPARE(readFile(path + ".broken"), copy);
         QVERIFY(!file.write("fresher")); // no second copy: the good file is never set aside
-        QCOMPARE(readFile(path + ".broken"), QByteArray("{ damaged"));
+        QCOMPARE(readFile(path + ".broken"), copy);
         QCOMPARE(readFile(path), QByteArray("fresher"));
     }
 

@@ -197,6 +197,17 @@ private Q_SLOTS:
         QCOMPARE(::ids(PresetStore(dir.path())).size(), 2);
     }
 
+    void unencodableTextLeavesTheGoodFile() {
+        QTemporaryDir dir;
+        PresetStore store(dir.path());
+        const ColorPreset added = store.addPreset();
+        const QByteArray good = readFile(dir.filePath("presets.json"));
+        QTest::ignoreMessage(QtWarningMsg, "Deskmark: presets.json のエンコードに失敗");
+        store.updatePreset({added.id, QString(QChar(0xDC00)) + "x", "#000000", "#FFFFFF"});
+        QCOMPARE(store.presets().last().name.size(), 2); // memory keeps the change
+        QCOMPARE(readFile(dir.filePath("presets.json")), good);
+    }
+
     void saveFailureIsLogged() {
         QTemporaryDir dir;
         writeFile(dir.filePath("plain"), "x");

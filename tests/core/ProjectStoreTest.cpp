@@ -271,6 +271,22 @@ private Q_SLOTS:
         QTest::newRow("assignment not a UUID") << projectsFile(good, json("{'s':'nope'}"));
         QTest::newRow("bad escape") << projectsFile(project(kIdA, "\\x41"));
         QTest::newRow("raw control character") << projectsFile(project(kIdA, "a\nb"));
+        QTest::newRow("version beyond 64-bit integers")
+            << json("{'version':1e19,'projects':[],'assignments':{}}");
+        // Text is UTF-8 and escapes name whole characters: nothing is read with a
+        // replacement character in place of what the file holds.
+        QTest::newRow("invalid UTF-8") << projectsFile(project(kIdA, "caf\xE9"));
+        QTest::newRow("invalid UTF-8 after a long plain run")
+            << projectsFile(project(kIdA, "abcdefghijklmnopqrstuvwx\xFFyz"));
+        QTest::newRow("overlong UTF-8") << projectsFile(project(kIdA, "\xC0\xAF"));
+        QTest::newRow("surrogate written as UTF-8") << projectsFile(project(kIdA, "\xED\xA0\x80"));
+        QTest::newRow("invalid UTF-8 in an unknown key")
+            << json("{'v\xFF':1,'version':1,'projects':[],'assignments':{}}");
+        QTest::newRow("invalid UTF-8 beside an escape") << projectsFile(project(kIdA, "\\n\xFF"));
+        QTest::newRow("lone high surrogate escape") << projectsFile(project(kIdA, "\\ud83dx"));
+        QTest::newRow("lone low surrogate escape") << projectsFile(project(kIdA, "\\ude00"));
+        QTest::newRow("high surrogate escape before another escape")
+            << projectsFile(project(kIdA, "\\ud83d\\u0041"));
         QTest::newRow("very deep unknown value")
             << "{\"x\":" + QByteArray(5000, '[') + QByteArray(5000, ']') +
                    ",\"version\":1,\"projects\":[],\"assignments\":{}}";

@@ -6,13 +6,20 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstring>
 #include <map>
 #include <memory>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 using namespace deskmark;
 
@@ -28,6 +35,24 @@ std::unique_ptr<SettingsStore> storeOver(Defaults& defaults) {
 
 QJsonObject parse(const char* json) {
     return QJsonDocument::fromJson(json).object();
+}
+
+// A file that is there but cannot be read, whoever runs the test (root reads every
+// ordinary file): a Unix socket, which no one can open.
+bool makeSocketFile(const QString& path) {
+    const QByteArray name = QFile::encodeName(path);
+    sockaddr_un address{};
+    if (name.size() >= qsizetype(sizeof address.sun_path))
+        return false;
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, name.constData(), size_t(name.size()));
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    if (socket < 0)
+        return false;
+    const bool bound =
+        ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(socket);
+    return bound;
 }
 
 QString hotKeyText(quint32 keyCode, quint32 modifiers) {
@@ -302,6 +327,20 @@ private Q_SLOTS:
         QVERIFY(broken.open(QIODevice::ReadOnly));
         QCOMPARE(broken.readAll(), QByteArray("{\"cornerFontSize\": 20,"));
         QCOMPARE(SettingsFile(path).value("cornerOverridesByDisplay"), QJsonValue(QJsonObject()));
+    }
+
+    void unreadableSettingsAreNeverReplaced() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("settings.json");
+        QVERIFY(makeSocketFile(path));
+        QTest::ignoreMessage(QtWarningMsg, "Deskmark: settings.json の読み込みに失敗");
+        // Its content is unknown and it cannot be copied aside, so it is not replaced.
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression("^Deskmark: settings\\.json の保存に失敗: .+"));
+        SettingsFile file(path);
+        const auto store = storeOver(file); // writes the overrides dictionary at start
+        QCOMPARE(store->cornerFontSize(), 13.0);
+        QVERIFY(QFileInfo::exists(path) && !QFileInfo(path).isFile());
     }
 };
 

@@ -24,6 +24,10 @@ constexpr std::array<bool, 256> kEndsPlainRun = [] {
     return table;
 }();
 
+// Eight bytes in one word: each byte's lowest bit, and each byte's highest bit.
+constexpr quint64 kOnes = 0x0101010101010101ULL;
+constexpr quint64 kHighBits = 0x8080808080808080ULL;
+
 // Deeper nesting than this is refused rather than risking the stack while skipping.
 constexpr int kMaxDepth = 512;
 
@@ -139,44 +143,49 @@ std::optional<QByteArrayView> JsonReader::readStringView() {
     if (!expect('"'))
         return std::nullopt;
     const qsizetype start = pos_;
-    skipPlainWords();
+    // Every byte passed is or-ed in, so that only a string with bytes beyond ASCII needs
+    // its UTF-8 checked.
+    quint64 seen = skipPlainWords();
     while (pos_ < size_) {
         const auto c = static_cast<unsigned char>(data_[pos_]);
+        seen |= c;
         if (!kEndsPlainRun[c]) {
             ++pos_;
             continue;
         }
         if (c == '"') {
             ++pos_;
-            return QByteArrayView(data_ + start, pos_ - 1 - start);
+            const QByteArrayView text(data_ + start, pos_ - 1 - start);
+            if ((seen & kHighBits) != 0 && !text.isValidUtf8())
+                break;
+            return text;
         }
         if (c == '\\') {
-            if (!decodeEscapedString(start))
+            if (!decodeEscapedString(start) || !QByteArrayView(scratch_).isValidUtf8())
                 break;
             return QByteArrayView(scratch_);
         }
-        if (c < 0x20)
-            break;
-        ++pos_;
+        break; // a control character, which must be escaped
     }
     failed_ = true;
     return std::nullopt;
 }
 
-void JsonReader::skipPlainWords() {
+quint64 JsonReader::skipPlainWords() {
     // Eight bytes at a time while none of them ends a plain run. The classic tests for a
     // zero byte and for a byte below n: (x - 0x01..01 * n) & ~x & 0x80..80.
-    constexpr quint64 kOnes = 0x0101010101010101ULL;
-    constexpr quint64 kHighBits = 0x8080808080808080ULL;
     const auto hasByteBelow = [](quint64 x, quint64 n) { return (x - kOnes * n) & ~x & kHighBits; };
+    quint64 seen = 0;
     while (size_ - pos_ >= 8) {
         quint64 word;
         std::memcpy(&word, data_ + pos_, 8);
         if (hasByteBelow(word, 0x20) || hasByteBelow(word ^ (kOnes * '"'), 1) ||
             hasByteBelow(word ^ (kOnes * '\\'), 1))
-            return;
+            break;
+        seen |= word;
         pos_ += 8;
     }
+    return seen;
 }
 
 std::optional<QString> JsonReader::readString() {
@@ -249,25 +258,20 @@ bool JsonReader::appendEscape() {
         pos_ += 4;
         return true;
     };
+    // A surrogate stands only in a pair, high then low; alone it is no character, and
+    // the text is refused rather than read with a replacement character in its place.
     char16_t units[2] = {};
-    if (!hex4(units[0]))
+    if (!hex4(units[0]) || QChar::isLowSurrogate(units[0]))
         return false;
     qsizetype count = 1;
-    if (QChar::isHighSurrogate(units[0]) &&
-        QByteArrayView(data_ + pos_, size_ - pos_).startsWith("\\u")) {
+    if (QChar::isHighSurrogate(units[0])) {
+        if (!QByteArrayView(data_ + pos_, size_ - pos_).startsWith("\\u"))
+            return false;
         pos_ += 2;
-        if (!hex4(units[1]))
+        if (!hex4(units[1]) || !QChar::isLowSurrogate(units[1]))
             return false;
         count = 2;
     }
-    // A surrogate without its partner cannot be UTF-8; it reads as U+FFFD, as Qt does.
-    if (count == 2 && !QChar::isLowSurrogate(units[1])) {
-        scratch_.append(QStringView(u"\uFFFD").toUtf8());
-        units[0] = units[1];
-        count = 1;
-    }
-    if (count == 1 && QChar::isSurrogate(units[0]))
-        units[0] = u'\uFFFD';
     scratch_.append(QStringView(units, count).toUtf8());
     return true;
 }

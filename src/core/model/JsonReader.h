@@ -9,7 +9,9 @@
 namespace deskmark {
 
 // A strict pull reader over one UTF-8 JSON text (RFC 8259), for decoding large store
-// files straight into records without building a QJsonDocument first.
+// files straight into records without building a QJsonDocument first. Text that is not
+// valid UTF-8, or escapes a surrogate that is not part of a pair, is refused like any
+// other syntax error: nothing is ever read with a replacement character.
 //
 // The caller walks the text in order: peek() tells what the next value is, a read call
 // consumes it. Any syntax error, and any read that does not match the next value, sets a
@@ -60,8 +62,8 @@ private:
     bool skipValue(int depth);
     // Decodes the escapes of a string into scratch_; pos_ is just past the opening quote.
     bool decodeEscapedString(qsizetype start);
-    // Advances over whole 8-byte words of plain string content.
-    void skipPlainWords();
+    // Advances over whole 8-byte words of plain string content; returns their bytes or-ed.
+    quint64 skipPlainWords();
     bool appendEscape();
 
     QByteArray source_; // keeps the text alive for the views handed out

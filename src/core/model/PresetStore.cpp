@@ -34,6 +34,18 @@ std::optional<QList<ColorPreset>> decodePresets(const QByteArray& data) {
     return presets;
 }
 
+// Nothing when a text holds a lone UTF-16 surrogate, which UTF-8 cannot carry.
+std::optional<QByteArray> encodePresets(const QList<ColorPreset>& presets) {
+    QJsonArray array;
+    for (const ColorPreset& preset : presets) {
+        for (const QString* text : {&preset.id, &preset.name, &preset.bgHex, &preset.textHex})
+            if (!text->isValidUtf16())
+                return std::nullopt;
+        array.append(preset.toJson());
+    }
+    return QJsonDocument(array).toJson(QJsonDocument::Compact);
+}
+
 } // namespace
 
 PresetStore::PresetStore(const QString& dataFolder, QObject* parent)
@@ -108,10 +120,12 @@ void PresetStore::updatePreset(const ColorPreset& preset) {
 }
 
 void PresetStore::save() {
-    QJsonArray array;
-    for (const ColorPreset& preset : std::as_const(presets_))
-        array.append(preset.toJson());
-    if (const auto error = file_.write(QJsonDocument(array).toJson(QJsonDocument::Compact)))
+    const auto data = encodePresets(presets_);
+    if (!data) {
+        systemLog(QStringLiteral("Deskmark: presets.json のエンコードに失敗"));
+        return;
+    }
+    if (const auto error = file_.write(*data))
         systemLog(QStringLiteral("Deskmark: presets.json の保存に失敗: ") + *error);
 }
 

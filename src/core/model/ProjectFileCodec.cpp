@@ -278,8 +278,10 @@ std::optional<Document> decode(const QByteArray& data) {
     in.beginObject();
     while (in.nextMember(key)) {
         if (key == "version") {
+            // Any whole number that a 64-bit integer holds.
             const auto version = in.readNumber();
-            if (!version || std::trunc(*version) != *version)
+            if (!version || std::trunc(*version) != *version || *version < -0x1p63 ||
+                *version >= 0x1p63)
                 in.fail();
             hasVersion = true;
         } else if (key == "projects") {

@@ -27,11 +27,15 @@ StoreFile::ReadResult StoreFile::read() const {
 }
 
 std::optional<QString> StoreFile::setBrokenFileAside() {
+    // A file removed meanwhile is not overwritten: there is nothing to keep, and an
+    // older copy stays as it is.
+    QFile damaged(path_);
+    if (!damaged.exists())
+        return std::nullopt;
     const QString brokenPath = path_ + QStringLiteral(".broken");
     if (QFileInfo::exists(brokenPath) && !QFile::remove(brokenPath))
         return QStringLiteral("cannot replace %1").arg(brokenPath);
-    QFile damaged(path_);
-    if (damaged.exists() && !damaged.copy(brokenPath))
+    if (!damaged.copy(brokenPath))
         return damaged.errorString();
     systemLog(QStringLiteral("Deskmark: 読み込めなかった %1 を %1.broken に退避").arg(fileName()));
     return std::nullopt;

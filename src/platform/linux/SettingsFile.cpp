@@ -15,16 +15,32 @@ SettingsFile::SettingsFile(const QString& path) : file_(path) {
         return;
     if (result.status == StoreFile::ReadStatus::Unreadable) {
         systemLog(QStringLiteral("Deskmark: settings.json の読み込みに失敗"));
+        // Its content is unknown, so it must not be replaced unseen either.
+        file_.markBroken();
         return;
     }
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(result.data, &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+    auto values = decode(result.data);
+    if (!values) {
         systemLog(QStringLiteral("Deskmark: settings.json のデコードに失敗（既定値で開始）"));
         file_.markBroken();
         return;
     }
-    values_ = document.object();
+    values_ = std::move(*values);
+}
+
+QJsonValue SettingsFile::peek(const QString& path, const QString& key) {
+    const StoreFile::ReadResult result = StoreFile(path).read();
+    if (result.status != StoreFile::ReadStatus::Read)
+        return QJsonValue(QJsonValue::Undefined);
+    return decode(result.data).value_or(QJsonObject()).value(key);
+}
+
+std::optional<QJsonObject> SettingsFile::decode(const QByteArray& data) {
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(data, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject())
+        return std::nullopt;
+    return document.object();
 }
 
 void SettingsFile::setValue(const QString& key, const QJsonValue& value) {
