@@ -21,7 +21,7 @@ Xvfb -displayfd "$fd" -screen 0 2560x800x24 -nolisten tcp +extension RANDR \
   >"$workdir/xvfb.log" 2>&1 &
 pids+=($!)
 display=""
-for _ in $(seq 100); do
+for _ in $(seq 300); do
   read -r -t 0.1 -u "$fd" display && break || true
 done
 [ -n "$display" ] || { echo "xsession: Xvfb did not start" >&2; cat "$workdir/xvfb.log" >&2; exit 1; }
