@@ -138,11 +138,6 @@ private Q_SLOTS:
         QCOMPARE(onY->sharedNote(),
                  QString("名前・カラーの変更はプロジェクト「Shared」に反映されます（割り当て中の 2 "
                          "個のスペースすべてで変わります。新規プロジェクトは作られません）。"));
-        editor->selectProject(lonely);
-        QCOMPARE(
-            editor->sharedNote(),
-            QString("名前・カラーの変更はプロジェクト「Lonely」に反映されます（新規プロジェクト"
-                    "は作られません）。"));
     }
 
     void previewShowsTheTrimmedNameInThePresetsColours() {
