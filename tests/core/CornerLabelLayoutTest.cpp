@@ -49,7 +49,7 @@ private Q_SLOTS:
         // "HH": 24 wide, glyphs 14 tall (0.7 × 20).
         look.vPadding = CornerVPadding::Narrow;
         auto capsule = CornerLabelLayout::layout("HH", look, kVisible, measurer);
-        QCOMPARE(capsule.frame.height(), 14 + 2 * 6.0);       // 0.3 × 20 per side
+        QCOMPARE(capsule.frame.height(), 14 + 2 * 6.0);               // 0.3 × 20 per side
         QCOMPARE(capsule.frame.width(), 24 + capsule.frame.height()); // half the height per side
         QCOMPARE(capsule.cornerRadius, capsule.frame.height() / 2);
         QCOMPARE(capsule.textOrigin.x(), capsule.frame.height() / 2);
@@ -93,17 +93,17 @@ private Q_SLOTS:
         QTest::addColumn<CornerPosition>("position");
         QTest::addColumn<QPointF>("offset");
         QTest::addColumn<QPointF>("topLeft");
-        QTest::newRow("right and up") << kSize << CornerPosition::Bottom << QPointF(30, 40)
-                                      << QPointF(590, 658);
+        QTest::newRow("right and up")
+            << kSize << CornerPosition::Bottom << QPointF(30, 40) << QPointF(590, 658);
         QTest::newRow("left") << kSize << CornerPosition::Bottom << QPointF(-30, 0)
                               << QPointF(530, 698);
-        QTest::newRow("past bottom right") << kSize << CornerPosition::Bottom
-                                           << QPointF(5000, -5000) << QPointF(1008, 698);
-        QTest::newRow("past top left") << kSize << CornerPosition::Bottom << QPointF(-5000, 5000)
-                                       << QPointF(112, 42);
+        QTest::newRow("past bottom right")
+            << kSize << CornerPosition::Bottom << QPointF(5000, -5000) << QPointF(1008, 698);
+        QTest::newRow("past top left")
+            << kSize << CornerPosition::Bottom << QPointF(-5000, 5000) << QPointF(112, 42);
         // 2000 x 1000 in a 1000 x 700 frame: right edge 1088, top edge 42.
-        QTest::newRow("oversized") << QSizeF(2000, 1000) << CornerPosition::TopLeft
-                                   << QPointF(0, 0) << QPointF(-912, 42);
+        QTest::newRow("oversized")
+            << QSizeF(2000, 1000) << CornerPosition::TopLeft << QPointF(0, 0) << QPointF(-912, 42);
     }
     void offsetsAreClampedInsideTheMargin() {
         QFETCH(QSizeF, size);

@@ -26,12 +26,16 @@ private Q_SLOTS:
         QTest::addColumn<quint32>("modifiers");
         QTest::addColumn<QString>("glyphs");
         QTest::addColumn<QString>("linuxText");
-        QTest::newRow("all four in order") << 40u << (command | shift | option | control)
-                                           << "⌃⌥⇧⌘K" << "Ctrl+Alt+Shift+Super+K";
-        QTest::newRow("key code 0, bare") << 0u << 0u << "A" << "A";
-        QTest::newRow("named key") << 53u << control << "⌃⎋" << "Ctrl+Esc";
-        QTest::newRow("unknown code") << 200u << command << "⌘?" << "Super+?";
-        QTest::newRow("foreign bits") << keyB << (command | 0x80u | 0x10000u) << "⌘B" << "Super+B";
+        QTest::newRow("all four in order") << 40u << (command | shift | option | control) << "⌃⌥⇧⌘K"
+                                           << "Ctrl+Alt+Shift+Super+K";
+        QTest::newRow("key code 0, bare") << 0u << 0u << "A"
+                                          << "A";
+        QTest::newRow("named key") << 53u << control << "⌃⎋"
+                                   << "Ctrl+Esc";
+        QTest::newRow("unknown code") << 200u << command << "⌘?"
+                                      << "Super+?";
+        QTest::newRow("foreign bits") << keyB << (command | 0x80u | 0x10000u) << "⌘B"
+                                      << "Super+B";
     }
     void displayString() {
         QFETCH(quint32, keyCode);

@@ -84,8 +84,8 @@ private Q_SLOTS:
         QFile stored(settingsPath_);
         QVERIFY(stored.open(QIODevice::WriteOnly));
         const HotKey name{keyK, control | command};
-        stored.write(QJsonDocument(QJsonObject{{"nameHotKey", QString::fromUtf8(name.toJson())}})
-                         .toJson());
+        stored.write(
+            QJsonDocument(QJsonObject{{"nameHotKey", QString::fromUtf8(name.toJson())}}).toJson());
         stored.close();
         Shell shell(settingsPath_);
         pressKeys(QStringLiteral("ctrl+super+k"));

@@ -1,5 +1,6 @@
 #include "platform/linux/X11WindowServer.h"
 #include "platform/linux/MonitorIdentity.h"
+#include "x11/X11TestTools.h"
 
 #include <QGuiApplication>
 #include <QProcess>
@@ -60,15 +61,6 @@ QStringList currentSpaces(const X11WindowServer& server) {
 }
 QString screenUUID(const X11WindowServer& server, const QString& name) {
     return server.displayUUIDForScreen(name).value_or(QString());
-}
-
-QByteArray panelEdid() {
-    QByteArray data(128, '\0');
-    data.replace(0, 10, QByteArray("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00\x10\xAC", 10)); // "DEL"
-    data[10] = 0x34;
-    data[11] = 0x12;
-    data[12] = 0x2A;
-    return data;
 }
 
 // Sets (or with empty data removes) the EDID property of Xvfb's output "screen", which
@@ -248,10 +240,11 @@ private Q_SLOTS:
         X11WindowServer server;
         QCOMPARE(screenUUID(server, "LEFT"), kLeftUUID);
         QSignalSpy spy(&server, &WindowServer::activeSpaceChanged);
-        setScreenEdid(panelEdid());
+        const QByteArray panel = edid("DEL", 0x1234, 42);
+        setScreenEdid(panel);
         QVERIFY(spy.wait(kTimeout));
         const QString byEdid =
-            MonitorIdentity::displayUUIDs({MonitorIdentity("LEFT", "screen", panelEdid())}).first();
+            MonitorIdentity::displayUUIDs({MonitorIdentity("LEFT", "screen", panel)}).first();
         QVERIFY(byEdid != kLeftUUID);
         QTRY_COMPARE_WITH_TIMEOUT(screenUUID(server, "LEFT"), byEdid, kTimeout);
         QCOMPARE(identifierOf(layoutOf(server).first()), byEdid);
