@@ -53,11 +53,8 @@ private Q_SLOTS:
         const auto editor = open("X");
         QCOMPARE(editor->projectID(), std::nullopt);
         QCOMPARE(editor->selectedProjectIndex(), 0);
-        QCOMPARE(editor->name(), QString());
         QCOMPARE(editor->presetID(), QString("default"));
         QCOMPARE(editor->selectedPresetIndex(), 0);
-        QCOMPARE(editor->preview(), (NameEditorModel::Preview{"Not shown", std::nullopt}));
-        QCOMPARE(editor->sharedCount(), std::nullopt);
         QCOMPARE(editor->sharedNote(), std::nullopt);
     }
 
