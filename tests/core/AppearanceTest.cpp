@@ -90,7 +90,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("appearance");
         QTest::newRow("auto") << "auto";
         QTest::newRow("unknown") << "sepia";
-        QTest::newRow("empty") << "";
     }
     void autoAndUnknownRestoreThePlatformLook() {
         QFETCH(QString, appearance);

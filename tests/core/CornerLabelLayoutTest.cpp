@@ -42,16 +42,6 @@ private Q_SLOTS:
         QCOMPARE(CornerLabelLayout::place(kSize, position, 12, kVisible), QRectF(topLeft, kSize));
     }
 
-    void bottomLabelSitsMarginAboveTheDockEdge() {
-        const FakeLabelTextMeasurer measurer;
-        CornerLabelStyle look = style(CornerPosition::Bottom);
-        look.fontSize = 13;
-        const auto geometry = CornerLabelLayout::layout("Work", look, kVisible, measurer);
-        QCOMPARE(geometry.frame.center().x(), kVisible.center().x());
-        QCOMPARE(geometry.frame.bottom(), kVisible.bottom() - 12);
-        QCOMPARE(geometry.frame, geometry.base); // no offsets
-    }
-
     void paddingFollowsShapeAndVerticalPadding() {
         const FakeLabelTextMeasurer measurer;
         CornerLabelStyle look = style(CornerPosition::TopLeft);
@@ -59,7 +49,7 @@ private Q_SLOTS:
         // "HH": 24 wide, glyphs 14 tall (0.7 × 20).
         look.vPadding = CornerVPadding::Narrow;
         auto capsule = CornerLabelLayout::layout("HH", look, kVisible, measurer);
-        QCOMPARE(capsule.frame.height(), 14 + 2 * 6.0);       // 0.3 × 20 per side
+        QCOMPARE(capsule.frame.height(), 14 + 2 * 6.0);               // 0.3 × 20 per side
         QCOMPARE(capsule.frame.width(), 24 + capsule.frame.height()); // half the height per side
         QCOMPARE(capsule.cornerRadius, capsule.frame.height() / 2);
         QCOMPARE(capsule.textOrigin.x(), capsule.frame.height() / 2);
@@ -96,31 +86,33 @@ private Q_SLOTS:
         }
     }
 
-    void offsetsMoveRightAndUp() {
-        const QRectF base = CornerLabelLayout::place(kSize, CornerPosition::Bottom, 12, kVisible);
-        QCOMPARE(CornerLabelLayout::offset(base, 30, 40, 12, kVisible),
-                 base.translated(30, -40));
-        QCOMPARE(CornerLabelLayout::offset(base, -30, 0, 12, kVisible), base.translated(-30, 0));
+    // Offsets move right and up from the placed frame, and stop at the margin; a label
+    // larger than the room ends at the right and top insets.
+    void offsetsAreClampedInsideTheMargin_data() {
+        QTest::addColumn<QSizeF>("size");
+        QTest::addColumn<CornerPosition>("position");
+        QTest::addColumn<QPointF>("offset");
+        QTest::addColumn<QPointF>("topLeft");
+        QTest::newRow("right and up")
+            << kSize << CornerPosition::Bottom << QPointF(30, 40) << QPointF(590, 658);
+        QTest::newRow("left") << kSize << CornerPosition::Bottom << QPointF(-30, 0)
+                              << QPointF(530, 698);
+        QTest::newRow("past bottom right")
+            << kSize << CornerPosition::Bottom << QPointF(5000, -5000) << QPointF(1008, 698);
+        QTest::newRow("past top left")
+            << kSize << CornerPosition::Bottom << QPointF(-5000, 5000) << QPointF(112, 42);
+        // 2000 x 1000 in a 1000 x 700 frame: right edge 1088, top edge 42.
+        QTest::newRow("oversized")
+            << QSizeF(2000, 1000) << CornerPosition::TopLeft << QPointF(0, 0) << QPointF(-912, 42);
     }
-
     void offsetsAreClampedInsideTheMargin() {
-        const QRectF base = CornerLabelLayout::place(kSize, CornerPosition::Bottom, 12, kVisible);
-        // Pushed past the bottom-right corner: stops at the inset.
-        QCOMPARE(CornerLabelLayout::offset(base, 5000, -5000, 12, kVisible).topLeft(),
-                 QPointF(1008, 698));
-        // Pushed past the top-left corner.
-        QCOMPARE(CornerLabelLayout::offset(base, -5000, 5000, 12, kVisible).topLeft(),
-                 QPointF(112, 42));
-    }
-
-    void anOversizedLabelEndsAtTheFarInsets() {
-        // Wider and taller than the room: the right inset and the top inset win.
-        const QSizeF huge(2000, 1000);
-        const QRectF base = CornerLabelLayout::place(huge, CornerPosition::TopLeft, 12, kVisible);
-        const QRectF frame = CornerLabelLayout::offset(base, 0, 0, 12, kVisible);
-        QCOMPARE(frame.right(), kVisible.right() - 12);
-        QCOMPARE(frame.top(), kVisible.top() + 12);
-        QCOMPARE(frame.size(), huge);
+        QFETCH(QSizeF, size);
+        QFETCH(CornerPosition, position);
+        QFETCH(QPointF, offset);
+        QFETCH(QPointF, topLeft);
+        const QRectF base = CornerLabelLayout::place(size, position, 12, kVisible);
+        QCOMPARE(CornerLabelLayout::offset(base, offset.x(), offset.y(), 12, kVisible),
+                 QRectF(topLeft, size));
     }
 };
 

@@ -113,7 +113,7 @@ private Q_SLOTS:
         QCOMPARE(desk.refresh(), QStringList());
     }
 
-    void aSpaceLosingItsNameHidesTheWindowAndKeepsIt() {
+    void labelsHideWhenTheirSpaceLosesItsNameOrTheirDisplay() {
         Desk desk;
         desk.projects.setName("Mail", "a1");
         desk.projects.setName("Build", "b1");
@@ -127,14 +127,9 @@ private Q_SLOTS:
         desk.projects.setName("Notes", "a2");
         QCOMPARE(desk.refresh(), QStringList({"show " + kA}));
         QCOMPARE(desk.windows.shownTexts(), QStringList({kA + ":Notes", kB + ":Build"}));
-    }
 
-    void aDisplayThatGoesAwayTakesItsLabel() {
-        Desk desk;
-        desk.projects.setName("Mail", "a1");
-        desk.projects.setName("Build", "b1");
-        desk.refresh();
-        desk.server.setLayout({{kA, "a1", {"a1", "a2"}}});
+        // A display that goes away takes its label.
+        desk.server.setLayout({{kA, "a2", {"a1", "a2"}}});
         QCOMPARE(desk.refresh(), QStringList({"hide " + kB}));
     }
 
@@ -174,23 +169,6 @@ private Q_SLOTS:
         QCOMPARE(desk.window(kA).background, kRed);
         QCOMPARE(desk.window(kB).background, kBlack);
         QCOMPARE(desk.window(kB).label.textColor, kWhite);
-
-        const SpaceStyle style{"Mail", desk.red.id};
-        QCOMPARE(desk.controller.resolveColors(style, kA), (ColorPair{kRed, kWhite}));
-        QCOMPARE(desk.controller.resolveColors(style, kB), (ColorPair{kBlack, kWhite}));
-    }
-
-    void brokenOrMissingPresetsFallBack() {
-        Desk desk;
-        ColorPreset broken = desk.presets.addPreset();
-        broken.bgHex = "#00FF00";
-        broken.textHex = "#12345"; // five digits: white text, own background
-        desk.presets.updatePreset(broken);
-        QCOMPARE(desk.controller.resolveColors({"x", broken.id}, kA),
-                 (ColorPair{RgbColor{0, 1, 0}, kWhite}));
-        // A preset that no longer exists falls to "default", not straight to black.
-        QCOMPARE(desk.controller.resolveColors({"x", QString("gone")}, kA),
-                 (ColorPair{kNavy, kWhite}));
     }
 
     // ---- change detection and the partial updates ----

@@ -3,9 +3,8 @@
 #include "platform/fake/FakeHotKeyRegistrar.h"
 #include "platform/fake/MemoryDefaults.h"
 
+#include <QSignalSpy>
 #include <QTest>
-
-#include <map>
 
 using namespace deskmark;
 
@@ -28,11 +27,7 @@ struct Shell {
     explicit Shell(const QJsonObject& stored = {}) : defaults(stored) {}
 
     void setup() {
-        const auto count = [this](const char* name) {
-            return [this, name] { ++ran[QString::fromLatin1(name)]; };
-        };
-        bindings->setup({count("name"), count("preset"), count("settings"), count("bookmark"),
-                         count("switcher")},
+        bindings->setup(countingActions(ran),
                         [this](HotKeyAction action, const std::optional<HotKey>& key) {
                             menu[action] = key;
                             ++mirrorCalls;
@@ -52,9 +47,8 @@ private Q_SLOTS:
         shell.setup();
         for (const HotKeyAction action : allHotKeyActions)
             QCOMPARE(shell.bindings->token(action), quint32(action) + 1); // 1 to 5 in order
-        QCOMPARE(shell.registration(HotKeyAction::Name), std::nullopt);
-        QCOMPARE(shell.registration(HotKeyAction::Preset), std::nullopt);
-        QCOMPARE(shell.registration(HotKeyAction::Settings), std::nullopt);
+        for (const auto action : {HotKeyAction::Name, HotKeyAction::Preset, HotKeyAction::Settings})
+            QCOMPARE(shell.registration(action), std::nullopt);
         QCOMPARE(shell.registration(HotKeyAction::Bookmark),
                  (Registration{{keyB, option | command}}));
         QCOMPARE(shell.registration(HotKeyAction::Switcher),
@@ -136,6 +130,24 @@ private Q_SLOTS:
         panelOpen = false;
         shell.registrar.press(keyTab, option | command);
         QCOMPARE(shell.ran["switcher"], 2);
+    }
+
+    // The fake keeps the contract of the X11 registrar, which these tests rely on.
+    void fakeKeepsTheRegistrarContract() {
+        FakeHotKeyRegistrar registrar;
+        QSignalSpy spy(&registrar, &HotKeyRegistrar::pressed);
+        registrar.setTakenByOthers(keyB, option | command);
+        QVERIFY(!registrar.registerHotKey(1, keyB, option | command));
+        QVERIFY(registrar.registerHotKey(1, keyB, control));
+        QVERIFY(!registrar.registerHotKey(2, keyB, control)); // id 1 holds it
+        QVERIFY(!registrar.registration(2));
+        QVERIFY(registrar.registerHotKey(1, keyTab, option)); // replaces id 1's old key
+        QVERIFY(registrar.registerHotKey(2, keyB, control));
+        registrar.press(keyTab, option);
+        registrar.unregisterHotKey(2);
+        registrar.press(keyB, control);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy.at(0).at(0).toUInt(), 1u);
     }
 
     void managerIdsAndUnknownPresses() {

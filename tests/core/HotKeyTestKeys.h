@@ -1,7 +1,10 @@
 #pragma once
 
+#include "core/app/HotKeyBindings.h"
 #include "core/model/HotKey.h"
 #include "core/model/SettingsStore.h"
+
+#include <map>
 
 // The Carbon modifier bits and macOS key codes the hot-key tests press.
 inline constexpr quint32 command = deskmark::HotKey::commandModifier;
@@ -15,4 +18,14 @@ inline constexpr quint32 keyTab = 48;
 // Settings without platform particulars: no terminal, no editor, no login item.
 inline deskmark::SettingsStore::PlatformDefaults plainPlatformDefaults() {
     return {QString(), [] { return QString(); }, false};
+}
+
+// Actions that count their runs in `ran`, by the names "name", "preset", "settings",
+// "bookmark" and "switcher".
+inline deskmark::HotKeyBindings::Actions countingActions(std::map<QString, int>& ran) {
+    const auto count = [&ran](const char* name) {
+        return [&ran, name] { ++ran[QString::fromLatin1(name)]; };
+    };
+    return {count("name"), count("preset"), count("settings"), count("bookmark"),
+            count("switcher")};
 }

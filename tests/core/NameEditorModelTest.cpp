@@ -53,11 +53,8 @@ private Q_SLOTS:
         const auto editor = open("X");
         QCOMPARE(editor->projectID(), std::nullopt);
         QCOMPARE(editor->selectedProjectIndex(), 0);
-        QCOMPARE(editor->name(), QString());
         QCOMPARE(editor->presetID(), QString("default"));
         QCOMPARE(editor->selectedPresetIndex(), 0);
-        QCOMPARE(editor->preview(), (NameEditorModel::Preview{"Not shown", std::nullopt}));
-        QCOMPARE(editor->sharedCount(), std::nullopt);
         QCOMPARE(editor->sharedNote(), std::nullopt);
     }
 
@@ -138,11 +135,6 @@ private Q_SLOTS:
         QCOMPARE(onY->sharedNote(),
                  QString("名前・カラーの変更はプロジェクト「Shared」に反映されます（割り当て中の 2 "
                          "個のスペースすべてで変わります。新規プロジェクトは作られません）。"));
-        editor->selectProject(lonely);
-        QCOMPARE(
-            editor->sharedNote(),
-            QString("名前・カラーの変更はプロジェクト「Lonely」に反映されます（新規プロジェクト"
-                    "は作られません）。"));
     }
 
     void previewShowsTheTrimmedNameInThePresetsColours() {

@@ -1,4 +1,5 @@
 #include "platform/linux/MonitorIdentity.h"
+#include "x11/X11TestTools.h"
 
 #include <QTest>
 #include <QUuid>
@@ -6,31 +7,6 @@
 using namespace deskmark;
 
 namespace {
-
-// An EDID base block as a monitor sends it. `manufacturer` is the three-letter id,
-// `serialText` goes into a display-serial descriptor when not empty.
-QByteArray edid(const char* manufacturer, quint16 product, quint32 serial,
-                const QByteArray& serialText = {}) {
-    QByteArray data(128, '\0');
-    data.replace(0, 8, QByteArray("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8));
-    const quint16 packed = quint16((manufacturer[0] - 'A' + 1) << 10 |
-                                   (manufacturer[1] - 'A' + 1) << 5 | (manufacturer[2] - 'A' + 1));
-    data[8] = char(packed >> 8);
-    data[9] = char(packed & 0xFF);
-    data[10] = char(product & 0xFF);
-    data[11] = char(product >> 8);
-    for (int i = 0; i < 4; ++i)
-        data[12 + i] = char((serial >> (8 * i)) & 0xFF);
-    // First descriptor: a detailed timing (non-zero pixel clock), second: the serial.
-    data[54] = 0x01;
-    data[55] = 0x1D;
-    if (!serialText.isEmpty()) {
-        data[72 + 3] = char(0xFF);
-        QByteArray text = (serialText + '\n').leftJustified(13, ' ');
-        data.replace(72 + 5, 13, text);
-    }
-    return data;
-}
 
 QStringList uuidsOf(const QList<MonitorIdentity>& monitors) {
     return MonitorIdentity::displayUUIDs(monitors);

@@ -1,7 +1,6 @@
 #include "ui/LabelFont.h"
 #include "ui/QtLabelTextMeasurer.h"
 #include "ui/QtOverviewLabelWindows.h"
-#include "ui/QtScreenProvider.h"
 
 #include <QFontMetricsF>
 #include <QImage>
@@ -35,17 +34,6 @@ private Q_SLOTS:
         QCOMPARE(measurer.fittingHeight(name, 14, CornerWeight::Medium, 100, true), line);
         QVERIFY(measurer.fittingHeight(name, 14, CornerWeight::Medium, 100, false) >= 3 * line);
         QCOMPARE(measurer.fittingHeight("W", 14, CornerWeight::Medium, 100, false), line);
-    }
-
-    void screensAreTheSessionMonitors() {
-        // The private session has two 1280x800 monitors side by side.
-        const QtScreenProvider provider;
-        const auto screens = provider.screens();
-        QCOMPARE(screens.size(), 2);
-        QCOMPARE(screens[0].frame, QRectF(0, 0, 1280, 800));
-        QCOMPARE(screens[1].frame, QRectF(1280, 0, 1280, 800));
-        QVERIFY(provider.mainScreen().has_value());
-        QVERIFY(screens.contains(*provider.mainScreen()));
     }
 
     void windowsCoverTheirScreenAndIgnoreInput() {

@@ -34,27 +34,26 @@ private Q_SLOTS:
         X11HotKeyRegistrar registrar;
         QSignalSpy spy(&registrar, &HotKeyRegistrar::pressed);
         QVERIFY(registrar.registerHotKey(7, keyB, option | command));
-        OtherXClient other;
 
         pressKeys(QStringLiteral("super+alt+b"));
         QVERIFY(spy.wait(pressTimeout));
         QCOMPARE(firstId(spy), 7u);
 
         pressKeys(QStringLiteral("Num_Lock"));
-        QVERIFY(other.keyboardState() & numLock);
+        QVERIFY(session_.keyboardState() & numLock);
         pressKeys(QStringLiteral("super+alt+b"));
         QVERIFY(spy.wait(pressTimeout));
         QCOMPARE(firstId(spy), 7u);
 
         pressKeys(QStringLiteral("Caps_Lock"));
-        QVERIFY(other.keyboardState() & XCB_MOD_MASK_LOCK);
+        QVERIFY(session_.keyboardState() & XCB_MOD_MASK_LOCK);
         pressKeys(QStringLiteral("super+alt+b"));
         const bool firedWithBoth = spy.wait(pressTimeout);
         pressKeys(QStringLiteral("Num_Lock"));
         pressKeys(QStringLiteral("Caps_Lock"));
         QVERIFY(firedWithBoth);
         QCOMPARE(firstId(spy), 7u);
-        QCOMPARE(other.keyboardState() & (numLock | XCB_MOD_MASK_LOCK), 0);
+        QCOMPARE(session_.keyboardState() & (numLock | XCB_MOD_MASK_LOCK), 0);
     }
 
     void combinationHeldByAnotherClientIsInUse_data() {
@@ -137,13 +136,10 @@ private Q_SLOTS:
 
     void scanCodesTranslateToTheUnshiftedKey() {
         X11HotKeyRegistrar registrar;
-        OtherXClient other;
-        QCOMPARE(registrar.keyCodeForScanCode(other.keycodeOf(XK_b)), std::optional(keyB));
-        QCOMPARE(registrar.keyCodeForScanCode(other.keycodeOf(XK_1)), std::optional(18u));
-        QCOMPARE(registrar.keyCodeForScanCode(other.keycodeOf(XK_Tab)), std::optional(48u));
-        QCOMPARE(registrar.keyCodeForScanCode(other.keycodeOf(XK_Shift_L)), std::nullopt);
-        QCOMPARE(registrar.keyCodeForScanCode(other.keycodeOf(XK_KP_Add)), std::nullopt);
-        QCOMPARE(registrar.keyCodeForScanCode(0), std::nullopt);
+        QCOMPARE(registrar.keyCodeForScanCode(session_.keycodeOf(XK_b)), std::optional(keyB));
+        QCOMPARE(registrar.keyCodeForScanCode(session_.keycodeOf(XK_1)), std::optional(18u));
+        QCOMPARE(registrar.keyCodeForScanCode(session_.keycodeOf(XK_Shift_L)), std::nullopt);
+        QCOMPARE(registrar.keyCodeForScanCode(session_.keycodeOf(XK_KP_Add)), std::nullopt);
         QCOMPARE(registrar.keyCodeForScanCode(300), std::nullopt);
     }
 
@@ -151,13 +147,8 @@ private Q_SLOTS:
         X11HotKeyRegistrar registrar;
         QSignalSpy spy(&registrar, &HotKeyRegistrar::pressed);
         QVERIFY(registrar.registerHotKey(1, keyB, option | command));
-        xcb_keycode_t b = 0;
-        xcb_keycode_t x = 0;
-        {
-            OtherXClient other;
-            b = other.keycodeOf(XK_b);
-            x = other.keycodeOf(XK_x);
-        }
+        const xcb_keycode_t b = session_.keycodeOf(XK_b);
+        const xcb_keycode_t x = session_.keycodeOf(XK_x);
         const auto swapBAndX = [&](bool swapped) {
             const auto line = [](xcb_keycode_t keycode, const char* keysyms) {
                 return QStringLiteral("keycode %1 = %2").arg(keycode).arg(QLatin1String(keysyms));
@@ -171,11 +162,7 @@ private Q_SLOTS:
         swapBAndX(true);
         pressKeys(QStringLiteral("super+alt+b")); // now on the key that used to be x
         const bool fired = spy.wait(pressTimeout);
-        bool oldKeyReleased = false;
-        {
-            OtherXClient other;
-            oldKeyReleased = other.grab(b, altSuper);
-        }
+        const bool oldKeyReleased = OtherXClient().grab(b, altSuper);
         swapBAndX(false);
         QVERIFY(fired);
         QCOMPARE(firstId(spy), 1u);

@@ -1,5 +1,6 @@
 #include "platform/linux/X11WindowServer.h"
 #include "platform/linux/MonitorIdentity.h"
+#include "x11/X11TestTools.h"
 
 #include <QGuiApplication>
 #include <QProcess>
@@ -60,29 +61,6 @@ QStringList currentSpaces(const X11WindowServer& server) {
 }
 QString screenUUID(const X11WindowServer& server, const QString& name) {
     return server.displayUUIDForScreen(name).value_or(QString());
-}
-
-// The desktop the window manager itself reports as current (0-based), by wmctrl.
-QString wmctrlCurrentDesktop() {
-    QProcess wmctrl;
-    wmctrl.start(QStringLiteral("wmctrl"), {QStringLiteral("-d")});
-    if (!wmctrl.waitForFinished(kTimeout))
-        wmctrl.kill();
-    for (const QString& line : QString::fromUtf8(wmctrl.readAllStandardOutput()).split(u'\n')) {
-        const QStringList fields = line.simplified().split(u' ');
-        if (fields.size() > 1 && fields[1] == u'*')
-            return fields[0];
-    }
-    return {};
-}
-
-QByteArray panelEdid() {
-    QByteArray data(128, '\0');
-    data.replace(0, 10, QByteArray("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00\x10\xAC", 10)); // "DEL"
-    data[10] = 0x34;
-    data[11] = 0x12;
-    data[12] = 0x2A;
-    return data;
 }
 
 // Sets (or with empty data removes) the EDID property of Xvfb's output "screen", which
@@ -194,8 +172,9 @@ private Q_SLOTS:
         spy.clear();
         QVERIFY(server.requestDesktop(1));
         QVERIFY(spy.wait(kTimeout));
-        QTRY_COMPARE_WITH_TIMEOUT(wmctrlCurrentDesktop(), QStringLiteral("1"), kTimeout);
         QCOMPARE(currentSpaces(server), (QStringList{"desktop-2", "desktop-2"}));
+        // Switched by the window manager, not only in this connection's eyes.
+        QCOMPARE(currentSpaces(X11WindowServer()), (QStringList{"desktop-2", "desktop-2"}));
         QVERIFY(!server.requestDesktop(4));
         QVERIFY(!server.requestDesktop(-1));
 
@@ -225,11 +204,12 @@ private Q_SLOTS:
                               "_NET_DESKTOP_NAMES", "desktop 1"}));
     }
 
+    // A monitor added as the primary one becomes the main display; removed, it is gone.
     void monitorsComeAndGo() {
         X11WindowServer server;
         QCOMPARE(layoutOf(server).size(), 2);
         QSignalSpy spy(&server, &WindowServer::activeSpaceChanged);
-        QVERIFY(run("xrandr", {"--setmonitor", "EXTRA", "640/100x480/100+0+0", "none"}));
+        QVERIFY(run("xrandr", {"--setmonitor", "*EXTRA", "640/100x480/100+0+0", "none"}));
         auto removeExtra = qScopeGuard([] { run("xrandr", {"--delmonitor", "EXTRA"}); });
         // Known at once, even before this connection has heard of the change.
         const QString extra = screenUUID(server, "EXTRA");
@@ -238,9 +218,14 @@ private Q_SLOTS:
                 extra != layoutOf(server)[1].toMap().value("Display Identifier"));
         QVERIFY(spy.wait(kTimeout));
         QTRY_COMPARE_WITH_TIMEOUT(layoutOf(server).size(), 3, kTimeout);
-        QCOMPARE(identifierOf(layoutOf(server).last()), extra);
+        QTRY_COMPARE_WITH_TIMEOUT(server.mainDisplayUUID(), extra, kTimeout);
+        QStringList identifiers;
+        for (const QVariant& display : layoutOf(server))
+            identifiers << identifierOf(display);
+        QVERIFY(identifiers.contains(extra));
         QTRY_VERIFY_WITH_TIMEOUT(QGuiApplication::screens().size() == 3, kTimeout);
-        QCOMPARE(screenUUID(server, QGuiApplication::screens().last()->name()), extra);
+        for (const QScreen* screen : QGuiApplication::screens())
+            QVERIFY(identifiers.contains(screenUUID(server, screen->name())));
 
         spy.clear();
         removeExtra.dismiss();
@@ -248,19 +233,6 @@ private Q_SLOTS:
         QVERIFY(spy.wait(kTimeout));
         QTRY_COMPARE_WITH_TIMEOUT(layoutOf(server).size(), 2, kTimeout);
         QVERIFY(!server.displayUUIDForScreen("EXTRA"));
-    }
-
-    void primaryMonitorIsTheMainDisplay() {
-        X11WindowServer server;
-        QSignalSpy spy(&server, &WindowServer::activeSpaceChanged);
-        QVERIFY(run("xrandr", {"--setmonitor", "*EXTRA", "640/100x480/100+0+0", "none"}));
-        auto removeExtra = qScopeGuard([] { run("xrandr", {"--delmonitor", "EXTRA"}); });
-        QVERIFY(spy.wait(kTimeout));
-        QTRY_COMPARE_WITH_TIMEOUT(server.mainDisplayUUID(), server.displayUUIDForScreen("EXTRA"),
-                                  kTimeout);
-        removeExtra.dismiss();
-        QVERIFY(run("xrandr", {"--delmonitor", "EXTRA"}));
-        QVERIFY(spy.wait(kTimeout));
         QTRY_COMPARE_WITH_TIMEOUT(server.mainDisplayUUID(), kLeftUUID, kTimeout);
     }
 
@@ -268,10 +240,11 @@ private Q_SLOTS:
         X11WindowServer server;
         QCOMPARE(screenUUID(server, "LEFT"), kLeftUUID);
         QSignalSpy spy(&server, &WindowServer::activeSpaceChanged);
-        setScreenEdid(panelEdid());
+        const QByteArray panel = edid("DEL", 0x1234, 42);
+        setScreenEdid(panel);
         QVERIFY(spy.wait(kTimeout));
         const QString byEdid =
-            MonitorIdentity::displayUUIDs({MonitorIdentity("LEFT", "screen", panelEdid())}).first();
+            MonitorIdentity::displayUUIDs({MonitorIdentity("LEFT", "screen", panel)}).first();
         QVERIFY(byEdid != kLeftUUID);
         QTRY_COMPARE_WITH_TIMEOUT(screenUUID(server, "LEFT"), byEdid, kTimeout);
         QCOMPARE(identifierOf(layoutOf(server).first()), byEdid);
