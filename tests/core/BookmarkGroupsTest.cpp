@@ -13,19 +13,23 @@ using namespace deskmark;
 
 namespace {
 
+Bookmark url(const QString& target, const QString& label = "x",
+             Bookmark::Kind kind = Bookmark::Kind::Url) {
+    return Bookmark{QUuid::createUuid(), kind, label, target, std::nullopt, std::nullopt};
+}
+
+Bookmark file(const QString& target) {
+    return url(target, "f", Bookmark::Kind::File);
+}
+
 // Bookmark lists written compactly: "label:group" items separated by blanks, where an
 // empty group means ungrouped ("u1:" or "a1:A"). Labels double as targets.
 QList<Bookmark> bookmarks(const QString& text) {
     QList<Bookmark> result;
     for (const QString& item : text.split(' ', Qt::SkipEmptyParts)) {
-        const QString label = item.section(':', 0, 0);
-        const QString group = item.section(':', 1);
-        result << Bookmark{QUuid::createUuid(),
-                           Bookmark::Kind::Url,
-                           label,
-                           "https://" + label,
-                           group.isEmpty() ? std::nullopt : std::optional(group),
-                           std::nullopt};
+        const QString label = item.section(':', 0, 0), group = item.section(':', 1);
+        result << url("https://" + label, label);
+        result.last().group = group.isEmpty() ? std::nullopt : std::optional(group);
     }
     return result;
 }
@@ -35,16 +39,6 @@ QString describe(const QList<Bookmark>& list) {
     for (const Bookmark& bookmark : list)
         items << bookmark.label + ':' + bookmark.group.value_or(QString());
     return items.join(' ');
-}
-
-Bookmark url(const QString& target, const QString& label = "x") {
-    return Bookmark{QUuid::createUuid(), Bookmark::Kind::Url, label, target,
-                    std::nullopt,        std::nullopt};
-}
-
-Bookmark file(const QString& target) {
-    return Bookmark{QUuid::createUuid(), Bookmark::Kind::File, "f", target,
-                    std::nullopt,        std::nullopt};
 }
 
 } // namespace
@@ -218,17 +212,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("from");
         QTest::addColumn<QString>("to");
         QTest::addColumn<bool>("renamed");
-        QTest::newRow("onto an existing group") << "A"
-                                                << "B" << false;
-        QTest::newRow("blank") << "A"
-                               << " \n"
-                               << false;
-        QTest::newRow("unchanged") << "A"
-                                   << " A " << false;
-        QTest::newRow("unknown group") << "Z"
-                                       << "C" << false;
-        QTest::newRow("new name, trimmed") << "A"
-                                           << " C " << true;
+        QTest::newRow("onto an existing group") << QString("A") << "B" << false;
+        QTest::newRow("blank") << QString("A") << " \n" << false;
+        QTest::newRow("unchanged") << QString("A") << " A " << false;
+        QTest::newRow("unknown group") << QString("Z") << "C" << false;
+        QTest::newRow("new name, trimmed") << QString("A") << " C " << true;
     }
     void renameGroup() {
         QFETCH(QString, from);

@@ -1,13 +1,13 @@
+#include "core/StoreTestFiles.h"
 #include "core/model/SettingsStore.h"
 #include "platform/fake/MemoryDefaults.h"
 
-#include <QJsonDocument>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <memory>
 
 using namespace deskmark;
+using namespace deskmark::testfiles;
 
 namespace {
 const QString display = QStringLiteral("37D8832A-2D66-02CA-B9F7-8F30A301B230");
@@ -15,10 +15,6 @@ const QString other = QStringLiteral("9C1E2B44-0000-4000-8000-00000000000B");
 
 std::unique_ptr<SettingsStore> storeOver(Defaults& defaults) {
     return std::make_unique<SettingsStore>(defaults, SettingsStore::PlatformDefaults{});
-}
-
-QJsonObject parse(const char* json) {
-    return QJsonDocument::fromJson(json).object();
 }
 } // namespace
 
@@ -29,6 +25,7 @@ private Q_SLOTS:
         MemoryDefaults defaults;
         const auto store = storeOver(defaults);
         store->setCornerFontSize(16);
+        store->setCornerShapeRaw("square");
         QSignalSpy overrides(store.get(), &SettingsStore::cornerOverridesByDisplayChanged);
         store->setOverride(CornerOverrideItem::FontSize, true, display);
         QCOMPARE(overrides.count(), 1);
@@ -37,14 +34,9 @@ private Q_SLOTS:
         QCOMPARE(store->cornerFontSize(display), 16.0);
         QCOMPARE(store->cornerFontSize(other), 20.0);
         QCOMPARE(defaults.value("cornerOverridesByDisplay").toObject(),
-                 parse(R"({"37D8832A-2D66-02CA-B9F7-8F30A301B230": ["fontSize"]})"));
-    }
+                 jsonObject(R"({"37D8832A-2D66-02CA-B9F7-8F30A301B230": ["fontSize"]})"));
 
-    void enumItemsSeedTheirRawText() {
-        MemoryDefaults defaults;
-        const auto store = storeOver(defaults);
-        store->setCornerShapeRaw("square");
-        store->setOverride(CornerOverrideItem::Shape, true, display);
+        store->setOverride(CornerOverrideItem::Shape, true, display); // enums seed their word
         store->setCornerShapeRaw("capsule");
         QCOMPARE(store->cornerShapeByDisplay().value(display), QStringLiteral("square"));
         QCOMPARE(store->cornerShape(display), CornerShape::Square);
@@ -76,9 +68,6 @@ private Q_SLOTS:
         store->setOverride(CornerOverrideItem::Enabled, true, display);
         QCOMPARE(store->cornerOverridesByDisplay().value(display),
                  (QStringList{"enabled", "position"}));
-        store->setCornerOverlayEnabled(false, display);
-        QVERIFY(!store->cornerOverlayEnabled(display));
-        QVERIFY(store->cornerOverlayEnabled(other));
     }
 
     void everyItemFollowsItsOwnSettings_data() {
@@ -126,7 +115,7 @@ private Q_SLOTS:
     }
 
     void unknownWordForADisplayGivesTheGlobalValue() {
-        MemoryDefaults defaults(parse(R"({
+        MemoryDefaults defaults(jsonObject(R"({
             "cornerWeightRaw": "bold",
             "cornerWeightByDisplay": {"37D8832A-2D66-02CA-B9F7-8F30A301B230": "chunky"},
             "cornerOverridesByDisplay": {"37D8832A-2D66-02CA-B9F7-8F30A301B230": ["weight"]}})"));
@@ -155,13 +144,13 @@ private Q_SLOTS:
     }
 
     void olderDictionariesBecomeOverrides() {
-        MemoryDefaults defaults(parse(R"({
+        MemoryDefaults defaults(jsonObject(R"({
             "cornerPositionByDisplay": {"A": "top"},
             "cornerSizeByDisplay": {"A": 20, "B": 18},
             "cornerMarginByDisplay": {"B": 3},
             "cornerWeightByDisplay": {"C": "bold"}})"));
         const auto store = storeOver(defaults);
-        const QJsonObject expected = parse(R"({"A": ["position", "fontSize"],
+        const QJsonObject expected = jsonObject(R"({"A": ["position", "fontSize"],
                                                "B": ["fontSize", "margin"]})");
         QCOMPARE(defaults.value("cornerOverridesByDisplay").toObject(), expected);
         QCOMPARE(store->cornerFontSize(QStringLiteral("B")), 18.0);
@@ -173,13 +162,13 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("overridesOfA");
         QTest::newRow("empty dictionary kept") << QJsonValue(QJsonObject()) << QStringList();
         QTest::newRow("entry of the wrong type")
-            << QJsonValue(parse(R"({"A": ["margin", 1]})")) << QStringList{"offsetY"};
+            << QJsonValue(jsonObject(R"({"A": ["margin", 1]})")) << QStringList{"offsetY"};
         QTest::newRow("not a dictionary") << QJsonValue("margin") << QStringList{"offsetY"};
     }
     void unreadableOverridesAreRebuiltAndAnEmptyOneIsKept() {
         QFETCH(QJsonValue, stored);
         QFETCH(QStringList, overridesOfA);
-        MemoryDefaults defaults(parse(R"({"cornerOffsetYByDisplay": {"A": 7}})"));
+        MemoryDefaults defaults(jsonObject(R"({"cornerOffsetYByDisplay": {"A": 7}})"));
         defaults.setValue("cornerOverridesByDisplay", stored);
         const auto store = storeOver(defaults);
         QCOMPARE(store->cornerOverridesByDisplay().value("A"), overridesOfA);

@@ -1,28 +1,14 @@
+#include "core/StoreTestFiles.h"
 #include "core/app/Language.h"
 #include "core/model/StoreFile.h"
 #include "platform/fake/FakeScheduler.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace deskmark;
-
-namespace {
-void writeFile(const QString& path, const QByteArray& data) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(data);
-}
-
-QByteArray readFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-} // namespace
+using namespace deskmark::testfiles;
 
 class FoundationTest : public QObject {
     Q_OBJECT
@@ -104,23 +90,16 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(path + ".broken/occupied")); // a folder that cannot be replaced
         StoreFile file(path);
         file.markBroken();
-        const auto error = file.write("[]");
-        QVERIFY(error.has_value());
+        QVERIFY(file.write("[]").has_value());
         QCOMPARE(readFile(path), QByteArray("[ damaged"));
-    }
-
-    void unwritableLocationReportsAnError() {
-        QTemporaryDir dir;
-        writeFile(dir.filePath("plain"), "x");
-        StoreFile file(dir.filePath("plain/projects.json")); // parent is a file
-        QVERIFY(file.write("{}").has_value());
     }
 
     void fakeSchedulerRunsDueActionsInTimeOrder() {
         using namespace std::chrono_literals;
         FakeScheduler scheduler;
         QStringList log;
-        auto ticker = scheduler.every(300ms, [&] { log << QString("tick@%1").arg(scheduler.now().count()); });
+        auto ticker =
+            scheduler.every(300ms, [&] { log << QString("tick@%1").arg(scheduler.now().count()); });
         scheduler.after(350ms, nullptr, [&] { log << "once"; });
         {
             QObject gone;
@@ -133,16 +112,6 @@ private Q_SLOTS:
         QCOMPARE(log.size(), 3);
         QCOMPARE(scheduler.pendingCount(), 0);
         QCOMPARE(scheduler.activeRepeatingCount(), 0);
-    }
-
-    void folderInPlaceOfTheFile() {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("settings.json");
-        QVERIFY(QDir().mkpath(path));
-        StoreFile file(path);
-        QCOMPARE(file.read().status, StoreFile::ReadStatus::Unreadable);
-        QVERIFY(file.write("{}").has_value());
-        QVERIFY(QFileInfo(path).isDir());
     }
 };
 

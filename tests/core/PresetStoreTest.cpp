@@ -1,38 +1,22 @@
 #include "core/model/PresetStore.h"
+#include "core/StoreTestFiles.h"
 #include "core/app/Language.h"
 
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QUuid>
 
 using namespace deskmark;
+using namespace deskmark::testfiles;
 
 namespace {
-void writeFile(const QString& path, const QByteArray& data) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(data);
-}
-
-QByteArray readFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QStringList ids(const PresetStore& store) {
     QStringList result;
     for (const ColorPreset& preset : store.presets())
         result << preset.id;
     return result;
-}
-
-// JSON written with single quotes, for legibility.
-QByteArray json(const char* text) {
-    return QByteArray(text).replace('\'', '"');
 }
 
 const QByteArray kTwoPresets =
@@ -53,14 +37,14 @@ private Q_SLOTS:
         QTest::addColumn<std::optional<RgbColor>>("color");
         const RgbColor blue{0x33 / 255.0, 0x66 / 255.0, 0xCC / 255.0};
         QTest::newRow("upper case") << "#3366CC" << std::optional(blue);
-        QTest::newRow("lower case") << "#3366cc" << std::optional(blue);
-        QTest::newRow("without number sign") << "3366CC" << std::optional(blue);
-        QTest::newRow("three digits") << "#36C" << std::optional<RgbColor>();
-        QTest::newRow("eight digits") << "#3366CCFF" << std::optional<RgbColor>();
-        QTest::newRow("two number signs") << "##3366C" << std::optional<RgbColor>();
-        QTest::newRow("not trimmed") << " 3366C" << std::optional<RgbColor>();
-        QTest::newRow("hex prefix") << "0x3366" << std::optional<RgbColor>();
-        QTest::newRow("not hex") << "#3366CG" << std::optional<RgbColor>();
+        QTest::newRow("lower case, without number sign") << "3366cc" << std::optional(blue);
+        const std::optional<RgbColor> none;
+        QTest::newRow("three digits") << "#36C" << none;
+        QTest::newRow("eight digits") << "#3366CCFF" << none;
+        QTest::newRow("two number signs") << "##3366C" << none;
+        QTest::newRow("not trimmed") << " 3366C" << none;
+        QTest::newRow("hex prefix") << "0x3366" << none;
+        QTest::newRow("not hex") << "#3366CG" << none;
     }
     void hexParsing() {
         QFETCH(QString, text);
@@ -139,11 +123,8 @@ private Q_SLOTS:
         QSignalSpy changed(&store, &PresetStore::changed);
 
         const ColorPreset added = store.addPreset();
-        QCOMPARE(added.name, QString("New Preset"));
-        QCOMPARE(added.bgHex, QString("#3366CC"));
-        QCOMPARE(added.textHex, QString("#FFFFFF"));
-        QVERIFY(!QUuid::fromString(added.id).isNull());
-        QCOMPARE(added.id, added.id.toUpper());
+        QCOMPARE(added, (ColorPreset{added.id, "New Preset", "#3366CC", "#FFFFFF"}));
+        QVERIFY(!QUuid::fromString(added.id).isNull() && added.id == added.id.toUpper());
         ColorPreset renamed = added;
         renamed.name = "Sea";
         store.updatePreset(renamed);

@@ -1,37 +1,19 @@
 #include "core/model/ProjectStore.h"
+#include "core/StoreTestFiles.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
 using namespace deskmark;
+using namespace deskmark::testfiles;
 
 namespace {
-void writeFile(const QString& path, const QByteArray& data) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(data);
-}
-
-QByteArray readFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// JSON written with single quotes, for legibility.
-QByteArray json(const char* text) {
-    return QByteArray(text).replace('\'', '"');
-}
-
 const char* const kIdA = "AAAAAAAA-0000-4000-8000-000000000001";
 const char* const kIdB = "BBBBBBBB-0000-4000-8000-000000000002";
 
@@ -41,6 +23,12 @@ QByteArray projectsFile(const QByteArray& projects, const QByteArray& assignment
 
 QByteArray project(const QByteArray& id, const char* name) {
     return json("{'id':'%1','name':'%2'}").replace("%1", id).replace("%2", name);
+}
+
+// A file holding one project with id A and the given fields; %B stands for id B.
+QByteArray projectA(const char* fields) {
+    const QByteArray body = json(fields).replace("%B", kIdB);
+    return projectsFile("{\"id\":\"" + QByteArray(kIdA) + "\"," + body + "}");
 }
 
 QStringList names(const QList<Project>& projects) {
@@ -114,6 +102,10 @@ private Q_SLOTS:
             for (qsizetype i = 0; i < spaces.size(); ++i) {
                 QCOMPARE(store.assignments().value(spaces[i]), migrated[i].id);
                 QCOMPARE(migrated[i].presetID.value_or(""), expectedPresets[i]);
+                // An empty name is no name, though the project is assigned.
+                const QString& name = expectedNames[i];
+                QCOMPARE(store.nameForSpace(spaces[i]),
+                         name.isEmpty() ? std::nullopt : std::optional(name));
             }
         }
         QVERIFY(QFile::exists(path("projects.json")));
@@ -238,41 +230,29 @@ private Q_SLOTS:
         QTest::newRow("no version") << json("{'projects':[],'assignments':{}}");
         QTest::newRow("no projects") << json("{'version':1,'assignments':{}}");
         QTest::newRow("no assignments") << json("{'version':1,'projects':[]}");
-        QTest::newRow("version as text") << json("{'version':'1','projects':[],'assignments':{}}");
-        QTest::newRow("fractional version")
-            << json("{'version':1.5,'projects':[],'assignments':{}}");
-        QTest::newRow("leading zero") << json("{'version':01,'projects':[],'assignments':{}}");
+        const auto version = [](const char* v) {
+            return "{\"version\":" + QByteArray(v) + ",\"projects\":[],\"assignments\":{}}";
+        };
+        QTest::newRow("version as text") << version("\"1\"");
+        QTest::newRow("fractional version") << version("1.5");
+        QTest::newRow("leading zero") << version("01");
+        QTest::newRow("version beyond 64-bit integers") << version("1e19");
         QTest::newRow("project without id") << projectsFile(json("{'name':'A'}"));
-        QTest::newRow("project without name")
-            << projectsFile(json("{'id':'%1'}").replace("%1", kIdA));
+        QTest::newRow("project without name") << projectA("'x':1");
         QTest::newRow("id not a UUID") << projectsFile(project("{AAAAAAAA-0000}", "A"));
-        QTest::newRow("name as number")
-            << projectsFile(json("{'id':'%1','name':3}").replace("%1", kIdA));
-        QTest::newRow("preset as number")
-            << projectsFile(json("{'id':'%1','name':'A','presetID':1}").replace("%1", kIdA));
-        QTest::newRow("groups with a number")
-            << projectsFile(json("{'id':'%1','name':'A','groups':[1]}").replace("%1", kIdA));
-        QTest::newRow("bookmarks as object")
-            << projectsFile(json("{'id':'%1','name':'A','bookmarks':{}}").replace("%1", kIdA));
-        const QByteArray withBookmark =
-            json("{'id':'%1','name':'A','bookmarks':[%2]}").replace("%1", kIdA);
-        QTest::newRow("unknown bookmark kind") << projectsFile(
-            QByteArray(withBookmark)
-                .replace("%2", json("{'id':'%1','kind':'folder','label':'','target':'/'}")
-                                   .replace("%1", kIdB)));
-        QTest::newRow("bookmark without target") << projectsFile(
-            QByteArray(withBookmark)
-                .replace("%2", json("{'id':'%1','kind':'url','label':''}").replace("%1", kIdB)));
-        QTest::newRow("trailing comma") << projectsFile(
-            QByteArray(withBookmark)
-                .replace(
-                    "%2",
-                    json("{'id':'%1','kind':'url','label':'','target':'x'},").replace("%1", kIdB)));
+        QTest::newRow("name as number") << projectA("'name':3");
+        QTest::newRow("preset as number") << projectA("'name':'A','presetID':1");
+        QTest::newRow("groups with a number") << projectA("'name':'A','groups':[1]");
+        QTest::newRow("bookmarks as object") << projectA("'name':'A','bookmarks':{}");
+        QTest::newRow("unknown bookmark kind") << projectA(
+            "'name':'A','bookmarks':[{'id':'%B','kind':'folder','label':'','target':'/'}]");
+        QTest::newRow("bookmark without target")
+            << projectA("'name':'A','bookmarks':[{'id':'%B','kind':'url','label':''}]");
+        QTest::newRow("trailing comma") << projectA(
+            "'name':'A','bookmarks':[{'id':'%B','kind':'url','label':'','target':'x'},]");
         QTest::newRow("assignment not a UUID") << projectsFile(good, json("{'s':'nope'}"));
         QTest::newRow("bad escape") << projectsFile(project(kIdA, "\\x41"));
         QTest::newRow("raw control character") << projectsFile(project(kIdA, "a\nb"));
-        QTest::newRow("version beyond 64-bit integers")
-            << json("{'version':1e19,'projects':[],'assignments':{}}");
         // Text is UTF-8 and escapes name whole characters: nothing is read with a
         // replacement character in place of what the file holds.
         QTest::newRow("invalid UTF-8") << projectsFile(project(kIdA, "caf\xE9"));
@@ -411,14 +391,6 @@ private Q_SLOTS:
         QCOMPARE(store.assignments().keys(), QStringList{"s3"});
         store.deleteProject(a.id);
         QCOMPARE(changed.count(), 9);
-    }
-
-    void emptyNameIsNoName() {
-        writeFile(path("projects.json"),
-                  projectsFile(project(kIdA, ""), json("{'s':'%1'}").replace("%1", kIdA)));
-        ProjectStore store(dir_->path());
-        QVERIFY(store.projectForSpace("s"));
-        QVERIFY(!store.nameForSpace("s"));
     }
 
     void naturalOrder_data() {
