@@ -1,15 +1,15 @@
+#include "core/StoreTestFiles.h"
 #include "core/model/BookmarkOrder.h"
 #include "core/model/ProjectStore.h"
 
 #include <QDir>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
 using namespace deskmark;
+using namespace deskmark::testfiles;
 
 namespace {
 
@@ -45,7 +45,7 @@ QString describe(const QList<Bookmark>& list) {
 
 class BookmarkGroupsTest : public QObject {
     Q_OBJECT
-    std::unique_ptr<QTemporaryDir> dir_;
+    TempFolder dir_;
     std::unique_ptr<ProjectStore> store_;
     QUuid project_;
 
@@ -66,8 +66,8 @@ class BookmarkGroupsTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        dir_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<ProjectStore>(dir_->path());
+        dir_.reset();
+        store_ = std::make_unique<ProjectStore>(dir_.path());
         project_ = store_->addProject("P", std::nullopt).id;
         QTest::failOnWarning(QRegularExpression(".*"));
     }

@@ -40,6 +40,9 @@ private Q_SLOTS:
         store->setCornerShapeRaw("capsule");
         QCOMPARE(store->cornerShapeByDisplay().value(display), QStringLiteral("square"));
         QCOMPARE(store->cornerShape(display), CornerShape::Square);
+        store->setOverride(CornerOverrideItem::FontSize, true, display); // listed once, in order
+        QCOMPARE(store->cornerOverridesByDisplay().value(display),
+                 (QStringList{"fontSize", "shape"}));
     }
 
     void offKeepsTheValueAndOnBringsItBack() {
@@ -58,16 +61,6 @@ private Q_SLOTS:
         QCOMPARE(store->cornerMargin(display), 12.0);
         store->setOverride(CornerOverrideItem::Margin, true, display);
         QCOMPARE(store->cornerMargin(display), 5.0);
-    }
-
-    void switchingOnTwiceListsTheItemOnce() {
-        MemoryDefaults defaults;
-        const auto store = storeOver(defaults);
-        store->setOverride(CornerOverrideItem::Enabled, true, display);
-        store->setOverride(CornerOverrideItem::Position, true, display);
-        store->setOverride(CornerOverrideItem::Enabled, true, display);
-        QCOMPARE(store->cornerOverridesByDisplay().value(display),
-                 (QStringList{"enabled", "position"}));
     }
 
     void everyItemFollowsItsOwnSettings_data() {

@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QUuid>
 
 using namespace deskmark;
@@ -26,8 +25,11 @@ const QByteArray kTwoPresets =
 
 class PresetStoreTest : public QObject {
     Q_OBJECT
+    TempFolder dir_;
+
 private Q_SLOTS:
     void init() {
+        dir_.reset();
         Language::setJapanese(false);
         QTest::failOnWarning(QRegularExpression(".*"));
     }
@@ -68,8 +70,7 @@ private Q_SLOTS:
     }
 
     void missingFileGivesTheBuiltInPresetAndWritesNothing() {
-        QTemporaryDir dir;
-        const QString folder = dir.filePath("nested/Deskmark");
+        const QString folder = dir_.path("nested/Deskmark");
         PresetStore store(folder);
         QVERIFY(QDir(folder).exists());
         QCOMPARE(store.presets(),
@@ -92,17 +93,15 @@ private Q_SLOTS:
     void builtInPresetIsPlacedFirst() {
         QFETCH(QByteArray, file);
         QFETCH(QStringList, ids);
-        QTemporaryDir dir;
-        writeFile(dir.filePath("presets.json"), file);
-        PresetStore store(dir.path());
+        writeFile(dir_.path("presets.json"), file);
+        PresetStore store(dir_.path());
         QCOMPARE(::ids(store), ids);
-        QCOMPARE(readFile(dir.filePath("presets.json")), file); // added in memory only
+        QCOMPARE(readFile(dir_.path("presets.json")), file); // added in memory only
     }
 
     void colorsFallBack() {
-        QTemporaryDir dir;
-        writeFile(dir.filePath("presets.json"), kTwoPresets);
-        PresetStore store(dir.path());
+        writeFile(dir_.path("presets.json"), kTwoPresets);
+        PresetStore store(dir_.path());
         const RgbColor black{0, 0, 0}, white{1, 1, 1}, red{1, 0, 0};
         QCOMPARE(store.colors(QString("A")), (ColorPair{red, black}));
         QCOMPARE(store.colors(QString("B")), (ColorPair{black, white})); // each on its own
@@ -117,9 +116,8 @@ private Q_SLOTS:
     }
 
     void editsAreSavedAndAnnounced() {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("presets.json");
-        PresetStore store(dir.path());
+        const QString path = dir_.path("presets.json");
+        PresetStore store(dir_.path());
         QSignalSpy changed(&store, &PresetStore::changed);
 
         const ColorPreset added = store.addPreset();
@@ -132,26 +130,25 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 2);
 
         QVERIFY(!readFile(path).contains('\n')); // compact JSON
-        QCOMPARE(PresetStore(dir.path()).presets(), store.presets());
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
+        QCOMPARE(PresetStore(dir_.path()).presets(), store.presets());
+        QCOMPARE(QDir(dir_.path()).entryList(QDir::Files | QDir::Hidden),
                  QStringList{"presets.json"}); // no temporary file left behind
 
         store.deletePreset("default");
         QCOMPARE(changed.size(), 2);
         store.deletePreset(added.id);
         QCOMPARE(changed.size(), 3);
-        QCOMPARE(::ids(PresetStore(dir.path())), QStringList{"default"});
+        QCOMPARE(::ids(PresetStore(dir_.path())), QStringList{"default"});
     }
 
     void namesFollowTheLanguageAtCreation() {
-        QTemporaryDir dir;
         Language::setJapanese(true);
-        PresetStore store(dir.path());
+        PresetStore store(dir_.path());
         store.addPreset();
         Language::setJapanese(false);
         QCOMPARE(store.presets()[0].name, QString("デフォルト"));
         QCOMPARE(store.presets()[1].name, QString("新規プリセット"));
-        const PresetStore reloaded(dir.path());
+        const PresetStore reloaded(dir_.path());
         QCOMPARE(reloaded.presets()[0].name, QString("デフォルト"));
     }
 
@@ -164,10 +161,9 @@ private Q_SLOTS:
     }
     void undecodableFileIsSetAside() {
         QFETCH(QByteArray, file);
-        QTemporaryDir dir;
-        const QString path = dir.filePath("presets.json");
+        const QString path = dir_.path("presets.json");
         writeFile(path, file);
-        PresetStore store(dir.path()); // silent: any warning fails the test
+        PresetStore store(dir_.path()); // silent: any warning fails the test
         QCOMPARE(::ids(store), QStringList{"default"});
         QCOMPARE(readFile(path), file);
 
@@ -175,24 +171,22 @@ private Q_SLOTS:
             QtWarningMsg, "Deskmark: 読み込めなかった presets.json を presets.json.broken に退避");
         store.addPreset();
         QCOMPARE(readFile(path + ".broken"), file);
-        QCOMPARE(::ids(PresetStore(dir.path())).size(), 2);
+        QCOMPARE(::ids(PresetStore(dir_.path())).size(), 2);
     }
 
     void unencodableTextLeavesTheGoodFile() {
-        QTemporaryDir dir;
-        PresetStore store(dir.path());
+        PresetStore store(dir_.path());
         const ColorPreset added = store.addPreset();
-        const QByteArray good = readFile(dir.filePath("presets.json"));
+        const QByteArray good = readFile(dir_.path("presets.json"));
         QTest::ignoreMessage(QtWarningMsg, "Deskmark: presets.json のエンコードに失敗");
         store.updatePreset({added.id, QString(QChar(0xDC00)) + "x", "#000000", "#FFFFFF"});
         QCOMPARE(store.presets().last().name.size(), 2); // memory keeps the change
-        QCOMPARE(readFile(dir.filePath("presets.json")), good);
+        QCOMPARE(readFile(dir_.path("presets.json")), good);
     }
 
     void saveFailureIsLogged() {
-        QTemporaryDir dir;
-        writeFile(dir.filePath("plain"), "x");
-        PresetStore store(dir.filePath("plain")); // the folder cannot be made: a file is there
+        writeFile(dir_.path("plain"), "x");
+        PresetStore store(dir_.path("plain")); // the folder cannot be made: a file is there
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression("^Deskmark: presets\\.json の保存に失敗: \\S"));
         store.addPreset();

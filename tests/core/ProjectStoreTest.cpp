@@ -6,9 +6,6 @@
 #include <QJsonArray>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-
-#include <memory>
 
 using namespace deskmark;
 using namespace deskmark::testfiles;
@@ -46,20 +43,18 @@ const QRegularExpression kSaveFailed("^Deskmark: projects\\.json の保存に失
 
 class ProjectStoreTest : public QObject {
     Q_OBJECT
-    std::unique_ptr<QTemporaryDir> dir_;
-    QString path(const char* name) const { return QDir(dir_->path()).filePath(name); }
+    TempFolder dir_;
 
 private Q_SLOTS:
     void init() {
-        dir_ = std::make_unique<QTemporaryDir>();
-        QVERIFY(dir_->isValid());
+        dir_.reset();
         QTest::failOnWarning(QRegularExpression(".*"));
     }
 
     // ---- persistence and migration ----
 
     void freshFolderStaysEmptyUntilTheFirstChange() {
-        const QString folder = path("nested/Deskmark");
+        const QString folder = dir_.path("nested/Deskmark");
         ProjectStore store(folder);
         QVERIFY(QFileInfo(folder).isDir());
         QVERIFY(store.projects().isEmpty());
@@ -89,14 +84,14 @@ private Q_SLOTS:
         QFETCH(QStringList, spaces);
         QFETCH(QStringList, expectedNames);
         QFETCH(QStringList, expectedPresets);
-        writeFile(path("names.json"), namesJson);
+        writeFile(dir_.path("names.json"), namesJson);
         QTest::ignoreMessage(
             QtWarningMsg,
             qPrintable(QStringLiteral("Deskmark: names.json から %1 件のプロジェクトへ移行")
                            .arg(spaces.size())));
         QList<Project> migrated;
         {
-            ProjectStore store(dir_->path());
+            ProjectStore store(dir_.path());
             migrated = store.projects();
             QCOMPARE(names(migrated), expectedNames);
             for (qsizetype i = 0; i < spaces.size(); ++i) {
@@ -108,11 +103,11 @@ private Q_SLOTS:
                          name.isEmpty() ? std::nullopt : std::optional(name));
             }
         }
-        QVERIFY(QFile::exists(path("projects.json")));
-        QCOMPARE(QFile::exists(path("names.json.bak")), !spaces.isEmpty());
-        QCOMPARE(readFile(path("names.json")), namesJson); // left in place
+        QVERIFY(QFile::exists(dir_.path("projects.json")));
+        QCOMPARE(QFile::exists(dir_.path("names.json.bak")), !spaces.isEmpty());
+        QCOMPARE(readFile(dir_.path("names.json")), namesJson); // left in place
 
-        ProjectStore again(dir_->path()); // no second migration: no log line, same ids
+        ProjectStore again(dir_.path()); // no second migration: no log line, same ids
         QCOMPARE(again.projects(), migrated);
     }
 
@@ -125,33 +120,33 @@ private Q_SLOTS:
     }
     void migrationAbortsOnNamesInNeitherForm() {
         QFETCH(QByteArray, namesJson);
-        writeFile(path("names.json"), namesJson);
+        writeFile(dir_.path("names.json"), namesJson);
         const char* aborted = "Deskmark: names.json を解釈できないため移行を中止（空で開始）";
         for (int launch = 0; launch < 2; ++launch) { // tried again at the next launch
             QTest::ignoreMessage(QtWarningMsg, aborted);
-            ProjectStore store(dir_->path());
+            ProjectStore store(dir_.path());
             QVERIFY(store.projects().isEmpty());
-            QVERIFY(!QFile::exists(path("projects.json")));
-            QVERIFY(!QFile::exists(path("names.json.bak")));
+            QVERIFY(!QFile::exists(dir_.path("projects.json")));
+            QVERIFY(!QFile::exists(dir_.path("names.json.bak")));
         }
     }
 
     void failedBackupDoesNotStopTheMigration() {
-        writeFile(path("names.json"), json("{'X':'Work'}"));
-        QVERIFY(QDir().mkpath(path("names.json.bak/occupied")));
+        writeFile(dir_.path("names.json"), json("{'X':'Work'}"));
+        QVERIFY(QDir().mkpath(dir_.path("names.json.bak/occupied")));
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression("^Deskmark: names\\.json\\.bak の作成に失敗: .+"));
         QTest::ignoreMessage(QtWarningMsg, "Deskmark: names.json から 1 件のプロジェクトへ移行");
-        ProjectStore store(dir_->path());
+        ProjectStore store(dir_.path());
         QCOMPARE(store.nameForSpace("X"), std::optional<QString>("Work"));
-        QVERIFY(QFile::exists(path("projects.json")));
+        QVERIFY(QFile::exists(dir_.path("projects.json")));
     }
 
     void everythingSurvivesAReload() {
         QList<Project> projects;
         QHash<QString, QUuid> assignments;
         {
-            ProjectStore store(dir_->path());
+            ProjectStore store(dir_.path());
             store.set("Ünïcode \"quoted\" \\ 日本語 😀 \x01", "p7", "space-1");
             const Project other = store.addProject("Other", std::nullopt);
             store.assign(other.id, "desktop-2");
@@ -161,12 +156,13 @@ private Q_SLOTS:
             projects = store.projects();
             assignments = store.assignments();
         }
-        ProjectStore reloaded(dir_->path());
+        ProjectStore reloaded(dir_.path());
         QCOMPARE(reloaded.projects(), projects);
         QCOMPARE(reloaded.assignments(), assignments);
 
         // Standard JSON that another reader accepts, ids upper case without braces.
-        const QJsonObject root = QJsonDocument::fromJson(readFile(path("projects.json"))).object();
+        const QJsonObject root =
+            QJsonDocument::fromJson(readFile(dir_.path("projects.json"))).object();
         QCOMPARE(root.value("version").toInt(), 1);
         const QJsonObject first = root.value("projects").toArray().first().toObject();
         QCOMPARE(first.value("id").toString(),
@@ -191,8 +187,8 @@ private Q_SLOTS:
                  "'assignments':{'s1':'%A','gone':'CCCCCCCC-0000-4000-8000-000000000003'}}")
                 .replace("%A", kIdA)
                 .replace("%B", kIdB);
-        writeFile(path("projects.json"), file);
-        ProjectStore store(dir_->path());
+        writeFile(dir_.path("projects.json"), file);
+        ProjectStore store(dir_.path());
         QCOMPARE(names(store.projects()), (QStringList{"Café 😀\n", "B"}));
         QCOMPARE(store.nameForSpace("s1"), std::optional<QString>("Café 😀\n"));
         QVERIFY(store.assignments().contains("gone"));
@@ -206,10 +202,10 @@ private Q_SLOTS:
         for (const Bookmark& bookmark : grouped.bookmarks)
             labels << bookmark.label;
         QCOMPARE(labels, (QStringList{"b", "c", "a"}));
-        QCOMPARE(readFile(path("projects.json")), file);
+        QCOMPARE(readFile(dir_.path("projects.json")), file);
 
         store.setName("Renamed", "s1");
-        const QJsonObject first = QJsonDocument::fromJson(readFile(path("projects.json")))
+        const QJsonObject first = QJsonDocument::fromJson(readFile(dir_.path("projects.json")))
                                       .object()["projects"]
                                       .toArray()
                                       .first()
@@ -273,53 +269,53 @@ private Q_SLOTS:
     }
     void undecodableFileIsSetAsideBeforeTheFirstSave() {
         QFETCH(QByteArray, content);
-        writeFile(path("projects.json"), content);
+        writeFile(dir_.path("projects.json"), content);
         QTest::ignoreMessage(QtWarningMsg, kDecodeFailed);
-        ProjectStore store(dir_->path());
+        ProjectStore store(dir_.path());
         QVERIFY(store.projects().isEmpty());
-        QCOMPARE(readFile(path("projects.json")), content);
+        QCOMPARE(readFile(dir_.path("projects.json")), content);
 
         QTest::ignoreMessage(QtWarningMsg, kSetAside);
         store.addProject("Fresh", std::nullopt);
         store.addProject("Fresher", std::nullopt); // set aside once only
-        QCOMPARE(readFile(path("projects.json.broken")), content);
-        QCOMPARE(names(ProjectStore(dir_->path()).projects()), (QStringList{"Fresh", "Fresher"}));
+        QCOMPARE(readFile(dir_.path("projects.json.broken")), content);
+        QCOMPARE(names(ProjectStore(dir_.path()).projects()), (QStringList{"Fresh", "Fresher"}));
     }
 
     void folderWhereTheFileShouldBe() {
-        QVERIFY(QDir().mkpath(path("projects.json/inside")));
+        QVERIFY(QDir().mkpath(dir_.path("projects.json/inside")));
         QTest::ignoreMessage(QtWarningMsg, "Deskmark: projects.json の読み込みに失敗");
-        ProjectStore store(dir_->path());
+        ProjectStore store(dir_.path());
         QSignalSpy changed(&store, &ProjectStore::changed);
         QTest::ignoreMessage(QtWarningMsg, kSaveFailed);
         store.setName("Kept", "s");
         QCOMPARE(store.nameForSpace("s"), std::optional<QString>("Kept"));
         QCOMPARE(changed.count(), 1);
-        QVERIFY(QFileInfo(path("projects.json/inside")).isDir());
+        QVERIFY(QFileInfo(dir_.path("projects.json/inside")).isDir());
     }
 
     void unwritableLocationKeepsTheMemory() {
-        writeFile(path("plain"), "x");
-        ProjectStore store(path("plain/Deskmark")); // the folder cannot be created
+        writeFile(dir_.path("plain"), "x");
+        ProjectStore store(dir_.path("plain/Deskmark")); // the folder cannot be created
         QTest::ignoreMessage(QtWarningMsg, kSaveFailed);
         store.addProject("Kept", std::nullopt);
         QCOMPARE(names(store.projects()), QStringList{"Kept"});
     }
 
     void unencodableTextLeavesTheGoodFile() {
-        ProjectStore store(dir_->path());
+        ProjectStore store(dir_.path());
         store.setName("Good", "s");
-        const QByteArray good = readFile(path("projects.json"));
+        const QByteArray good = readFile(dir_.path("projects.json"));
         QTest::ignoreMessage(QtWarningMsg, "Deskmark: projects.json のエンコードに失敗");
         store.setName(QString(QChar(0xD800)) + "x", "s"); // a lone surrogate
         QCOMPARE(store.projects().first().name.size(), 2);
-        QCOMPARE(readFile(path("projects.json")), good);
+        QCOMPARE(readFile(dir_.path("projects.json")), good);
     }
 
     // ---- queries and Space edits ----
 
     void spaceEdits() {
-        ProjectStore store(dir_->path());
+        ProjectStore store(dir_.path());
         QSignalSpy changed(&store, &ProjectStore::changed);
 
         store.setName("  Work\n", "s1"); // an unassigned Space gets a new project
@@ -360,7 +356,7 @@ private Q_SLOTS:
     }
 
     void projectEdits() {
-        ProjectStore store(dir_->path());
+        ProjectStore store(dir_.path());
         QSignalSpy changed(&store, &ProjectStore::changed);
         const Project a = store.addProject(" A ", "default");
         QCOMPARE(a.name, "A");
@@ -415,8 +411,8 @@ private Q_SLOTS:
                 QByteArray::number(i).rightJustified(8, '0') + "-0000-4000-8000-000000000000";
             entries += (entries.isEmpty() ? "" : ",") + project(id, qPrintable(names[i]));
         }
-        writeFile(path("projects.json"), projectsFile(entries));
-        QCOMPARE(::names(ProjectStore(dir_->path()).sortedProjects()), sorted);
+        writeFile(dir_.path("projects.json"), projectsFile(entries));
+        QCOMPARE(::names(ProjectStore(dir_.path()).sortedProjects()), sorted);
     }
 };
 

@@ -1,13 +1,30 @@
 #pragma once
 
-// Whole-file helpers shared by the tests of the JSON-backed stores.
+// A temporary folder and whole-file helpers shared by the tests of the JSON-backed stores.
 
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 namespace deskmark::testfiles {
+
+// A fresh, empty folder for each test function: the test class calls reset() from init().
+class TempFolder {
+public:
+    void reset() {
+        dir_ = std::make_unique<QTemporaryDir>();
+        QVERIFY(dir_->isValid());
+    }
+    QString path() const { return dir_->path(); }
+    QString path(const QString& name) const { return dir_->filePath(name); }
+
+private:
+    std::unique_ptr<QTemporaryDir> dir_;
+};
 
 inline void writeFile(const QString& path, const QByteArray& data) {
     QFile file(path);
