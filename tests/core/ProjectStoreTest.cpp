@@ -161,8 +161,7 @@ private Q_SLOTS:
         QCOMPARE(reloaded.assignments(), assignments);
 
         // Standard JSON that another reader accepts, ids upper case without braces.
-        const QJsonObject root =
-            QJsonDocument::fromJson(readFile(dir_.path("projects.json"))).object();
+        const QJsonObject root = jsonObject(readFile(dir_.path("projects.json")));
         QCOMPARE(root.value("version").toInt(), 1);
         const QJsonObject first = root.value("projects").toArray().first().toObject();
         QCOMPARE(first.value("id").toString(),
@@ -205,11 +204,8 @@ private Q_SLOTS:
         QCOMPARE(readFile(dir_.path("projects.json")), file);
 
         store.setName("Renamed", "s1");
-        const QJsonObject first = QJsonDocument::fromJson(readFile(dir_.path("projects.json")))
-                                      .object()["projects"]
-                                      .toArray()
-                                      .first()
-                                      .toObject();
+        const QByteArray saved = readFile(dir_.path("projects.json"));
+        const QJsonObject first = jsonObject(saved)["projects"].toArray().first().toObject();
         QVERIFY(first.value("bookmarks").isArray() && first.value("groups").isArray());
         QCOMPARE(first.value("name").toString(), "Renamed");
     }

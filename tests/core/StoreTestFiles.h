@@ -43,7 +43,7 @@ inline QByteArray json(const char* text) {
     return QByteArray(text).replace('\'', '"');
 }
 
-inline QJsonObject jsonObject(const char* text) {
+inline QJsonObject jsonObject(const QByteArray& text) {
     return QJsonDocument::fromJson(text).object();
 }
 
