@@ -152,6 +152,16 @@ private Q_SLOTS:
         QCOMPARE(strip(QRectF(-1280, 200, 1280, 800)).screen(screens, kPrimary), kLeft);
         QCOMPARE(strip(QRectF(-1280, 1200, 1280, 800)).screen(screens, kPrimary), std::nullopt);
 
+        // A mid point on the line between two screens belongs to the right-hand one of a
+        // pair side by side, and to the upper one of a pair stacked, whatever their order.
+        const ScreenInfo above{QStringLiteral("ABOVE"), QRectF(0, -1080, 1920, 1080),
+                               QRectF(0, -1080, 1920, 1080)};
+        const QRectF acrossTheLine(760, -100, 400, 200);
+        QCOMPARE(strip(acrossTheLine).screen({kPrimary, above}, kPrimary), above);
+        QCOMPARE(strip(acrossTheLine).screen({above, kPrimary}, kPrimary), above);
+        const QRectF acrossTheSide(-100, 400, 200, 200);
+        QCOMPARE(strip(acrossTheSide).screen({kLeft, kPrimary}, kPrimary), kPrimary);
+
         // Without a screen at the origin the main screen anchors the layout; without
         // that either there is no answer.
         const QList<ScreenInfo> shifted{kLeft};

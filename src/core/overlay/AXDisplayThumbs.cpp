@@ -13,9 +13,12 @@ AXDisplayThumbs::screen(const QList<ScreenInfo>& screens,
     const QPointF mid = frame.center();
     for (const ScreenInfo& screen : screens) {
         const QRectF& s = screen.frame;
-        // Half-open, so a point on the edge between two screens belongs to one of them.
-        if (mid.x() >= s.left() && mid.x() < s.right() && mid.y() >= s.top() &&
-            mid.y() < s.bottom())
+        // Half-open, so a point on the edge between two screens belongs to one of them:
+        // the left edge counts, and so does the bottom edge rather than the top, as in
+        // the bottom-up coordinates the layout of screens is defined in (a point on the
+        // line between two stacked screens belongs to the upper one).
+        if (mid.x() >= s.left() && mid.x() < s.right() && mid.y() > s.top() &&
+            mid.y() <= s.bottom())
             return screen;
     }
     return std::nullopt;
