@@ -130,9 +130,7 @@ NameEditorWindow::~NameEditorWindow() = default;
 
 void NameEditorWindow::present() {
     adjustSize();
-    // The wrapped hints need less height at the final width than adjustSize() assumes.
-    if (layout()->hasHeightForWidth())
-        resize(width(), layout()->totalHeightForWidth(width()));
+    fitHeight();
     QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
@@ -142,6 +140,13 @@ void NameEditorWindow::present() {
     show();
     raise();
     activateWindow();
+}
+
+// The wrapped texts need a height that depends on the width, which the window's minimum
+// size does not follow: set the height that the layout needs at the present width.
+void NameEditorWindow::fitHeight() {
+    if (layout()->hasHeightForWidth())
+        resize(width(), layout()->totalHeightForWidth(width()));
 }
 
 void NameEditorWindow::render() {
@@ -155,8 +160,14 @@ void NameEditorWindow::render() {
     renderPresets();
     renderPreview();
     const std::optional<QString> note = model_->sharedNote();
-    note_->setText(note.value_or(QString()));
-    note_->setVisible(note.has_value());
+    const QString noteText = note.value_or(QString());
+    if (note_->text() != noteText || note_->isHidden() == note.has_value()) {
+        note_->setText(noteText);
+        note_->setVisible(note.has_value());
+        // The note changes with the project choice; the window's height follows it.
+        if (isVisible())
+            fitHeight();
+    }
 }
 
 void NameEditorWindow::renderPresets() {

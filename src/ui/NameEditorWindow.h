@@ -28,6 +28,7 @@ public:
     void present();
 
 private:
+    void fitHeight();
     void render();
     void renderPresets();
     void renderPreview();

@@ -3,6 +3,8 @@
 #include "core/app/Language.h"
 #include "core/app/LinuxShortcutText.h"
 
+#include <QShortcut>
+
 namespace deskmark {
 
 namespace {
@@ -26,6 +28,10 @@ StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     addSeparator();
     quitAction_ = addAction(localized("Deskmark を終了", "Quit Deskmark"));
     quitAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    // Qt fires an item's shortcut only through a window that holds its menu, which this
+    // popup has none of: the menu's own shortcut makes the key shown there work.
+    auto* quitKey = new QShortcut(quitAction_->shortcut(), this);
+    connect(quitKey, &QShortcut::activated, quitAction_, &QAction::trigger);
 
     connect(presetMenu_, &QMenu::aboutToShow, this, &StatusMenu::presetMenuAboutToShow);
 }

@@ -110,6 +110,15 @@ private Q_SLOTS:
         QCOMPARE(shell.menu[HotKeyAction::Bookmark], (HotKey{keyB, option | command}));
     }
 
+    // A key code without a name cannot be written on the menu: the item shows no shortcut.
+    void keyWithoutANameIsNotMirrored() {
+        Shell shell({{"presetHotKey", QString::fromUtf8(HotKey{999, command}.toJson())}});
+        shell.setup();
+        QCOMPARE(shell.menu[HotKeyAction::Preset], std::nullopt);
+        shell.settings.setPresetHotKey(HotKey{0, command});
+        QCOMPARE(shell.menu[HotKeyAction::Preset], (HotKey{0, command}));
+    }
+
     void switcherKeyAdvancesAnOpenSwitcher() {
         Shell shell;
         shell.setup();

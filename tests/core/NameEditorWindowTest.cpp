@@ -36,6 +36,16 @@ class NameEditorWindowTest : public QObject {
         return widget;
     }
 
+    // Every wrapped text of the window has the height its lines need at its width.
+    void verifyNoTextIsCut() {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        for (const QLabel* label : window_->findChildren<QLabel*>()) {
+            if (label->isVisible() && label->wordWrap())
+                QVERIFY2(label->height() >= label->heightForWidth(label->width()),
+                         qPrintable(label->text()));
+        }
+    }
+
     static void processDeletions() {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
@@ -101,6 +111,8 @@ private Q_SLOTS:
         QCOMPARE(child<QLineEdit>("nameField")->text(), QString("Shared"));
         QVERIFY(!note->isHidden());
         QVERIFY(note->text().contains("all 2 assigned spaces change"));
+
+        verifyNoTextIsCut(); // the window grows by the note
 
         QTest::keyClick(child<QLineEdit>("nameField"), Qt::Key_Return);
         QCOMPARE(projects_->projects().size(), 1);

@@ -217,6 +217,21 @@ private Q_SLOTS:
         QVERIFY(countColour(screenshot(), frame.toAlignedRect(), kGreen) > 10);
     }
 
+    // A hand-edited settings file may hold an opacity beyond 0 to 1 (a percentage, say):
+    // the label is drawn with the nearest opacity that exists, never without a background.
+    void opacityOutsideZeroToOneIsDrawnAsTheNearestEnd() {
+        Session s;
+        s.settings.setCornerBgOpacity(80);
+        s.projects.set("Alpha", s.addPreset("#CC2222", "#00FF00"), "desktop-1");
+        s.controller.refresh();
+        CornerLabelView* view = s.view(0);
+        QCOMPARE(view->background(), kRed);
+        s.settings.setCornerBgOpacity(-1);
+        s.controller.updateOpacityOnly();
+        QCOMPARE(view->background().rgb(), kRed.rgb());
+        QCOMPARE(view->background().alpha(), 0);
+    }
+
     void topRowLabelsFadeOutForTheOverviewAndBackIn() {
         Session s;
         s.settings.setCornerPositionRaw("topRight");

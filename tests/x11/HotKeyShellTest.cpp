@@ -120,6 +120,16 @@ private Q_SLOTS:
         QVERIFY(bookmark->shortcut().isEmpty());
     }
 
+    // The menu shows Ctrl+Q for Quit, so the key quits from the open menu.
+    void quitKeyWorksInTheOpenMenu() {
+        Shell shell(settingsPath_);
+        QSignalSpy quit(shell.menu.quitAction(), &QAction::triggered);
+        shell.menu.popup(QPoint(100, 100));
+        QVERIFY(QTest::qWaitForWindowExposed(&shell.menu));
+        QTest::keyClick(&shell.menu, Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(quit.count(), 1);
+    }
+
     // The recorder holds the keyboard, so a combination that another client or one of
     // the program's own hot keys holds reaches it, and is refused as in use.
     void recorderRefusesKeysHeldElsewhereAndRecordsAFreeOne() {

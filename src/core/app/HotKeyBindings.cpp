@@ -35,8 +35,11 @@ void HotKeyBindings::apply() {
         manager_.set(settings_.hotKey(action), token(action));
     if (!mirror_)
         return;
-    for (const HotKeyAction action : allHotKeyActions)
-        mirror_(action, settings_.hotKey(action));
+    for (const HotKeyAction action : allHotKeyActions) {
+        // A key that a menu cannot show (a code without a name) leaves its item bare.
+        const std::optional<HotKey> key = settings_.hotKey(action);
+        mirror_(action, key && key->menuKeyEquivalent() ? key : std::nullopt);
+    }
 }
 
 quint32 HotKeyBindings::token(HotKeyAction action) const {

@@ -22,7 +22,8 @@ public:
         std::function<void()> showBookmarks;
         std::function<void()> showSpaceSwitcher;
     };
-    // Shows a hot key (none: no shortcut) on the menu item of its action.
+    // Shows a hot key (none: no shortcut) on the menu item of its action. A hot key
+    // without a menu key equivalent is shown as none.
     using MenuMirror = std::function<void(HotKeyAction, const std::optional<HotKey>&)>;
 
     HotKeyBindings(SettingsStore& settings, HotKeyManager& manager);
