@@ -21,7 +21,7 @@ export XDG_DATA_HOME="$home/data" XDG_CONFIG_HOME="$home/config" XDG_RUNTIME_DIR
 
 # A panel strip with a system tray along the top of the first monitor.
 trayer --edge top --align right --widthtype request --height 28 --monitor 0 \
-  --SetDockType true --tint 0x303030 --transparent true --alpha 0 >/dev/null 2>&1 &
+  --SetDockType true --SetPartialStrut true --tint 0x303030 --transparent true --alpha 0 >/dev/null 2>&1 &
 tray=$!
 "$program" &
 deskmark=$!
