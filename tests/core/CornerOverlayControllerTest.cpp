@@ -1,16 +1,12 @@
-#include "core/model/PresetStore.h"
-#include "core/model/ProjectStore.h"
-#include "core/model/SettingsStore.h"
-#include "core/overlay/CornerLabelLayout.h"
 #include "core/overlay/CornerOverlayController.h"
+#include "core/LabelStores.h"
+#include "core/overlay/CornerLabelLayout.h"
 #include "core/spaces/SpaceStore.h"
 #include "platform/fake/FakeCornerLabelWindows.h"
 #include "platform/fake/FakeLabelTextMeasurer.h"
 #include "platform/fake/FakeScreenProvider.h"
 #include "platform/fake/FakeWindowServer.h"
-#include "platform/fake/MemoryDefaults.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace deskmark;
@@ -28,7 +24,7 @@ const RgbColor kRed{1, 0, 0};
 const RgbColor kNavy = *RgbColor::fromDeskmarkHex("#000080");
 
 // Display A shows Space a1 (of a1, a2), display B shows b1 (of b1, b2).
-struct Desk {
+struct Desk : LabelStores {
     Desk() {
         server.setLayout({{kA, "a1", {"a1", "a2"}}, {kB, "b1", {"b1", "b2"}}});
         server.setScreenUUID(kLeft.name, kA);
@@ -52,11 +48,6 @@ struct Desk {
         return windows.windows.find(display).value();
     }
 
-    QTemporaryDir folder;
-    ProjectStore projects{folder.path()};
-    PresetStore presets{folder.path()};
-    MemoryDefaults defaults;
-    SettingsStore settings{defaults, {}};
     FakeWindowServer server;
     SpaceStore spaces{server};
     FakeScreenProvider screens;

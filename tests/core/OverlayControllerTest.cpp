@@ -1,8 +1,6 @@
 #include "core/overlay/OverlayController.h"
+#include "core/LabelStores.h"
 #include "core/MissionControlTree.h"
-#include "core/model/PresetStore.h"
-#include "core/model/ProjectStore.h"
-#include "core/model/SettingsStore.h"
 #include "core/overlay/OverviewLabelLayout.h"
 #include "core/overlay/OverviewPoller.h"
 #include "core/spaces/SpaceStore.h"
@@ -11,9 +9,7 @@
 #include "platform/fake/FakeScheduler.h"
 #include "platform/fake/FakeScreenProvider.h"
 #include "platform/fake/FakeWindowServer.h"
-#include "platform/fake/MemoryDefaults.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace deskmark;
@@ -31,7 +27,7 @@ const RgbColor kWhite{1, 1, 1};
 
 // Two displays: PRIMARY with Spaces a1..a3, LEFT (left of it) with b1 and b2; the overview
 // shows one thumbnail per Space along the top of each display.
-struct Desk {
+struct Desk : LabelStores {
     Desk() {
         server.setLayout(
             {{"DISPLAY-A", "a1", {"a1", "a2", "a3"}}, {"DISPLAY-B", "b1", {"b1", "b2"}}});
@@ -73,11 +69,6 @@ struct Desk {
         return texts;
     }
 
-    QTemporaryDir folder;
-    ProjectStore projects{folder.path()};
-    PresetStore presets{folder.path()};
-    MemoryDefaults defaults;
-    SettingsStore settings{defaults, {}};
     FakeWindowServer server;
     SpaceStore spaces{server};
     MissionControlTree mc;

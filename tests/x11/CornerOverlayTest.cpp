@@ -1,10 +1,7 @@
-#include "core/model/PresetStore.h"
-#include "core/model/ProjectStore.h"
-#include "core/model/SettingsStore.h"
+#include "core/LabelStores.h"
 #include "core/overlay/CornerLabelLayout.h"
 #include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
-#include "platform/fake/MemoryDefaults.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/QtCornerLabelWindows.h"
 #include "ui/QtLabelTextMeasurer.h"
@@ -12,7 +9,6 @@
 
 #include <QImage>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace deskmark;
@@ -30,7 +26,8 @@ QImage screenshot() {
     import.start("import", {"-window", "root", "png:-"});
     if (!import.waitForFinished(10000))
         return {};
-    return QImage::fromData(import.readAllStandardOutput(), "PNG").convertToFormat(QImage::Format_RGB32);
+    return QImage::fromData(import.readAllStandardOutput(), "PNG")
+        .convertToFormat(QImage::Format_RGB32);
 }
 
 int countColour(const QImage& image, const QRect& area, const QColor& colour) {
@@ -44,7 +41,7 @@ int countColour(const QImage& image, const QRect& area, const QColor& colour) {
 
 // Stores, the X11 Space source and the corner overlay over real windows. Desktop 1 is
 // "Alpha" (red, white text); the others start unnamed. Labels use a 40-pixel font.
-struct Session {
+struct Session : LabelStores {
     Session() {
         QObject::connect(&server, &WindowServer::activeSpaceChanged, &server,
                          [this] { controller.refresh(); });
@@ -83,11 +80,6 @@ struct Session {
     }
     CornerLabelView* view(int index) const { return windows.view(display(index)); }
 
-    QTemporaryDir folder;
-    ProjectStore projects{folder.path()};
-    PresetStore presets{folder.path()};
-    MemoryDefaults defaults;
-    SettingsStore settings{defaults, {}};
     X11WindowServer server;
     SpaceStore spaces{server};
     QtScreenProvider screens;
@@ -141,9 +133,8 @@ private Q_SLOTS:
         QVERIFY(right.left() > 1280); // on the right monitor's own visible frame
         QImage shot;
         QTRY_VERIFY_WITH_TIMEOUT(
-            (shot = screenshot(),
-             shot.pixelColor(backgroundPoint(left)) == kRed &&
-                 shot.pixelColor(backgroundPoint(right)) == kRed),
+            (shot = screenshot(), shot.pixelColor(backgroundPoint(left)) == kRed &&
+                                      shot.pixelColor(backgroundPoint(right)) == kRed),
             5000);
         QVERIFY(countColour(shot, left.toAlignedRect(), Qt::white) > 10); // the text
         QVERIFY(countColour(shot, right.toAlignedRect(), Qt::white) > 10);
@@ -173,10 +164,10 @@ private Q_SLOTS:
         QVERIFY(!s.view(1)->isVisible());
         QCOMPARE(s.view(0), kept);
         QImage shot;
-        QTRY_VERIFY_WITH_TIMEOUT((shot = screenshot(),
-                                  shot.pixelColor(backgroundPoint(gamma)) != kBlue &&
+        QTRY_VERIFY_WITH_TIMEOUT(
+            (shot = screenshot(), shot.pixelColor(backgroundPoint(gamma)) != kBlue &&
                                       shot.pixelColor(backgroundPoint(alpha)) != kRed),
-                                 5000);
+            5000);
 
         QCOMPARE(QProcess::execute("wmctrl", {"-s", "0"}), 0);
         QTRY_VERIFY(s.view(0)->isVisible());
