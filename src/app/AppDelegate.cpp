@@ -5,9 +5,12 @@
 #include "core/app/StatusTitle.h"
 #include "core/model/AppFolders.h"
 #include "platform/linux/StatusItemFactory.h"
+#include "platform/linux/X11Compositor.h"
 #include "ui/NameEditorWindow.h"
+#include "ui/SpaceSwitcherPanel.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMessageBox>
@@ -38,7 +41,10 @@ AppDelegate::AppDelegate(QObject* parent)
       presetStore_(AppFolders::dataFolder()),
       spaceStore_(windowServer_) {}
 
-AppDelegate::~AppDelegate() { delete nameEditor_; }
+AppDelegate::~AppDelegate() {
+    delete nameEditor_;
+    delete switcherPanel_;
+}
 
 void AppDelegate::applicationDidFinishLaunching() {
     appearance_.apply(settings_.appearanceRaw());
@@ -65,6 +71,15 @@ std::optional<QString> AppDelegate::statusItemDisplayUUID() const {
     if (!screen)
         return std::nullopt;
     return spaceStore_.displayUUID(*screen);
+}
+
+QScreen* AppDelegate::statusItemScreen() const {
+    const std::optional<QString> name = statusItem_ ? statusItem_->screenName() : std::nullopt;
+    for (QScreen* screen : QGuiApplication::screens()) {
+        if (name && screen->name() == *name)
+            return screen;
+    }
+    return QGuiApplication::primaryScreen();
 }
 
 std::optional<QString> AppDelegate::activeDisplayCurrentSpaceUUID() const {
@@ -103,6 +118,7 @@ void AppDelegate::buildStatusItem() {
     statusItem_->setMenu(menu_.get());
 
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
+    connect(menu_->switcherAction(), &QAction::triggered, this, &AppDelegate::showSpaceSwitcher);
     connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
     connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
     connect(menu_->aboutAction(), &QAction::triggered, this, &AppDelegate::showAbout);
@@ -217,6 +233,55 @@ void AppDelegate::nameCurrent() {
     nameEditor_->present();
 }
 
+bool AppDelegate::advanceOpenSwitcher() {
+    if (!switcherPanel_)
+        return false;
+    switcherPanel_->controller().advance(1);
+    return true;
+}
+
+void AppDelegate::showSpaceSwitcher() {
+    if (advanceOpenSwitcher())
+        return;
+    QScreen* screen = statusItemScreen();
+    if (!screen)
+        return;
+    std::optional<QString> activeDisplay = statusItemDisplayUUID();
+    if (!activeDisplay)
+        activeDisplay = spaceStore_.mainDisplayUUID();
+    SpaceSwitcherController::Callbacks callbacks;
+    callbacks.commit = [this](const QString& spaceUUID, const QString& displayUUID) {
+        closeSpaceSwitcher();
+        scheduler_.after(0ms, this, [this, spaceUUID, displayUUID] {
+            switchSpace(spaceUUID, displayUUID);
+        });
+    };
+    callbacks.cancel = [this] { closeSpaceSwitcher(); };
+    auto controller = std::make_unique<SpaceSwitcherController>(
+        spaceStore_.displays(), projectStore_, activeDisplay, history_.previousSpaces(),
+        QCursor::pos(), std::move(callbacks));
+    const auto colors = [this](const QString& spaceUUID) -> std::optional<ColorPair> {
+        const auto project = projectStore_.projectForSpace(spaceUUID);
+        if (!project)
+            return std::nullopt;
+        return presetStore_.colors(project->presetID);
+    };
+    switcherPanel_ =
+        new SpaceSwitcherPanel(std::move(controller), colors, X11Compositor::isRunning());
+    switcherPanel_->present(screen->availableGeometry());
+}
+
+void AppDelegate::closeSpaceSwitcher() {
+    if (!switcherPanel_)
+        return;
+    switcherPanel_->close(); // deletes itself once its event handling is over
+    switcherPanel_ = nullptr;
+}
+
+void AppDelegate::switchSpace(const QString& spaceUUID, const QString& displayUUID) {
+    switcher_.switchSpace(spaceUUID, displayUUID);
+}
+
 void AppDelegate::rebuildPresetMenu() {
     std::optional<QString> projectPresetID;
     if (const auto space = activeDisplayCurrentSpaceUUID()) {
@@ -270,6 +335,7 @@ void AppDelegate::setupHotKeys() {
     actions.openSettings = triggerItem(HotKeyAction::Settings);
     actions.showBookmarks = triggerItem(HotKeyAction::Bookmark);
     actions.showSpaceSwitcher = triggerItem(HotKeyAction::Switcher);
+    hotKeys_.setAdvanceOpenSwitcher([this] { return advanceOpenSwitcher(); });
     hotKeys_.setup(std::move(actions),
                    [this](HotKeyAction action, const std::optional<HotKey>& key) {
                        menu_->showHotKey(action, key);

@@ -9,6 +9,9 @@
 #include "core/model/SettingsStore.h"
 #include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
+#include "core/switcher/DirectSwitchDriver.h"
+#include "core/switcher/SpaceSwitcher.h"
+#include "core/switcher/SwitchDebugLog.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/SettingsFile.h"
@@ -30,6 +33,7 @@
 namespace deskmark {
 
 class NameEditorWindow;
+class SpaceSwitcherPanel;
 
 // Owns every long-lived object of the running program and wires them together: the
 // stores, the Space source, the status item with its menu, the observers and timers.
@@ -51,13 +55,23 @@ public:
         return history_.previousSpace(displayUUID);
     }
 
+    // Makes the Space current on that display, and the same project's Spaces on the
+    // others; nothing when the display or the Space is gone.
+    void switchSpace(const QString& spaceUUID, const QString& displayUUID);
+
 public Q_SLOTS:
+    // Opens the switcher panel on the screen of the panel item; while it is open, moves
+    // its selection to the next tile instead.
+    void showSpaceSwitcher();
+    void closeSpaceSwitcher();
     // Opens the name and colour editor for the current Space of the active display,
     // replacing an editor that is open; does nothing when there is no current Space.
     void nameCurrent();
 
 private:
     std::optional<QString> statusItemDisplayUUID() const;
+    QScreen* statusItemScreen() const;
+    bool advanceOpenSwitcher();
     const QIcon& menuBarIcon();
     void buildStatusItem();
     void installObservers();
@@ -82,6 +96,9 @@ private:
     PresetStore presetStore_;
     X11WindowServer windowServer_;
     SpaceStore spaceStore_;
+    SwitchDebugLog switchLog_;
+    DirectSwitchDriver switchDriver_{windowServer_, spaceStore_, scheduler_, switchLog_};
+    SpaceSwitcher switcher_{spaceStore_, projectStore_, switchDriver_, scheduler_, switchLog_};
     AppearanceApplier appearance_;
     SpaceHistory history_;
 
@@ -92,6 +109,7 @@ private:
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
+    QPointer<SpaceSwitcherPanel> switcherPanel_;
 
     // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
     X11HotKeyRegistrar hotKeyRegistrar_;

@@ -16,6 +16,28 @@ namespace {
 bool wmctrl(const QStringList& arguments) {
     return QProcess::execute(QStringLiteral("wmctrl"), arguments) == 0;
 }
+
+bool xdotool(const QStringList& arguments) {
+    return QProcess::execute(QStringLiteral("xdotool"), arguments) == 0;
+}
+
+// The 0-based number of the current desktop, as `wmctrl -d` marks it with '*'.
+int currentDesktop() {
+    QProcess process;
+    process.start(QStringLiteral("wmctrl"), {QStringLiteral("-d")});
+    process.waitForFinished();
+    for (const QByteArray& line : process.readAllStandardOutput().split('\n')) {
+        const QList<QByteArray> fields = line.simplified().split(' ');
+        if (fields.size() > 1 && fields[1] == "*")
+            return fields[0].toInt();
+    }
+    return -1;
+}
+
+bool switcherShown() {
+    return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                    QStringLiteral("--name"), QStringLiteral("^Switch Space$")});
+}
 } // namespace
 
 class DeskmarkAgentTest : public QObject {
@@ -52,6 +74,38 @@ private Q_SLOTS:
         QVERIFY(wmctrl({"-s", "3"}));
         QVERIFY(agent.waitForLabel([](const QString& label) { return label == "Alpha"; }));
         QVERIFY(wmctrl({"-s", "0"}));
+    }
+
+    // The switcher, used as a user does: the hot key, a few letters, Return.
+    void switcherFiltersAndSwitches() {
+        AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
+        agent.writeDataFile(QStringLiteral("names.json"),
+                            R"({"desktop-1":{"name":"Mail"},"desktop-2":{"name":"Docs"},)"
+                            R"("desktop-3":{"name":"dev-server"}})");
+        QVERIFY2(agent.start(), agent.standardError().constData());
+        QTRY_COMPARE(agent.label(), QStringLiteral("Mail"));
+
+        QVERIFY(xdotool({"key", "alt+super+Tab"}));
+        QTRY_VERIFY(switcherShown());
+        QVERIFY(xdotool({"type", "--delay", "30", "DEV-S"}));
+        QVERIFY(xdotool({"key", "Return"}));
+        QTRY_COMPARE(currentDesktop(), 2);
+        QVERIFY(agent.waitForLabel([](const QString& label) { return label == "dev-server"; }));
+        QTRY_VERIFY(!switcherShown());
+
+        // Opened again, it offers the desktop one came from.
+        QVERIFY(xdotool({"key", "alt+super+Tab"}));
+        QTRY_VERIFY(switcherShown());
+        QVERIFY(xdotool({"key", "Return"}));
+        QTRY_COMPARE(currentDesktop(), 0);
+
+        // Escape with an empty filter closes without switching.
+        QVERIFY(xdotool({"key", "alt+super+Tab"}));
+        QTRY_VERIFY(switcherShown());
+        QVERIFY(xdotool({"key", "Escape"}));
+        QTRY_VERIFY(!switcherShown());
+        QTest::qWait(300);
+        QCOMPARE(currentDesktop(), 0);
     }
 
     void secondCopyReportsAndLeavesTheFirstRunning() {

@@ -22,6 +22,11 @@ private:
 };
 } // namespace
 
+std::chrono::milliseconds QtScheduler::now() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
 void QtScheduler::after(std::chrono::milliseconds delay, const QObject* context,
                         std::function<void()> action) {
     QTimer::singleShot(delay, context, std::move(action));

@@ -23,6 +23,9 @@ class Scheduler {
 public:
     virtual ~Scheduler() = default;
 
+    // Monotonic time, for measuring how long a wait has lasted.
+    virtual std::chrono::milliseconds now() const = 0;
+
     // Runs action once after delay, unless context has been destroyed by then.
     virtual void after(std::chrono::milliseconds delay, const QObject* context,
                        std::function<void()> action) = 0;

@@ -157,4 +157,12 @@ QSet<QString> SpaceStore::liveSpaceUUIDs() const {
     return uuids;
 }
 
+std::optional<QString> SpaceStore::currentSpace(const QString& displayUUID) const {
+    for (const CGSDisplay& display : displays()) {
+        if (display.displayUUID == displayUUID)
+            return display.currentUUID;
+    }
+    return std::nullopt;
+}
+
 } // namespace deskmark

@@ -27,6 +27,9 @@ public:
     // The display UUID of a screen (named as QScreen::name() names it), upper-cased, so
     // that it compares equal to the displayUUID of the matching CGSDisplay.
     std::optional<QString> displayUUID(const QString& screenName) const;
+    // The current Space of the display with that UUID; none when the display is missing
+    // or does not say.
+    std::optional<QString> currentSpace(const QString& displayUUID) const;
     // The uuid of every Space on every display.
     QSet<QString> liveSpaceUUIDs() const;
 

@@ -23,6 +23,8 @@ std::optional<QString> FakeAccessibilityElement::stringAttribute(const QString& 
 
 bool FakeAccessibilityElement::press() {
     ++pressCount_;
+    if (pressAction_)
+        pressAction_();
     return true;
 }
 

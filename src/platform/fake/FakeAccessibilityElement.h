@@ -4,6 +4,8 @@
 
 #include <QHash>
 
+#include <functional>
+
 namespace deskmark {
 
 // An accessibility element built by hand. Tests assemble trees from these and change
@@ -26,12 +28,15 @@ public:
     void append(AXElement child) { children_ << std::move(child); }
     void removeChild(const AXElement& child) { children_.removeAll(child); }
     int pressCount() const { return pressCount_; }
+    // What pressing does besides being counted (a thumbnail that switches Spaces).
+    void setPressAction(std::function<void()> action) { pressAction_ = std::move(action); }
 
 private:
     QHash<QString, QString> attributes_;
     QList<AXElement> children_;
     std::optional<QRectF> frame_;
     int pressCount_ = 0;
+    std::function<void()> pressAction_;
 };
 
 } // namespace deskmark

@@ -22,7 +22,7 @@ public:
                                           std::function<void()> action) override;
 
     void advance(std::chrono::milliseconds by);
-    std::chrono::milliseconds now() const { return now_; }
+    std::chrono::milliseconds now() const override { return now_; }
     int pendingCount() const;
     int activeRepeatingCount() const;
 

@@ -34,6 +34,28 @@ void FakeWindowServer::setScreenUUID(const QString& screenName, const QString& u
     screens_.insert(screenName, uuid);
 }
 
+bool FakeWindowServer::requestSpace(const QString& displayUUID, int index) {
+    requests_ << QStringLiteral("%1:%2").arg(displayUUID).arg(index);
+    for (const Display& display : std::as_const(layout_)) {
+        if (display.identifier.toUpper() != displayUUID || index < 0 ||
+            index >= display.spaces.size())
+            continue;
+        if (ignoredRequests_ > 0) {
+            --ignoredRequests_;
+            return true;
+        }
+        const QString space = display.spaces[index];
+        for (Display& other : layout_) {
+            if (other.spaces.contains(space))
+                other.currentSpace = space;
+        }
+        setLayout(layout_);
+        Q_EMIT activeSpaceChanged();
+        return true;
+    }
+    return false;
+}
+
 void FakeWindowServer::switchTo(const QString& displayIdentifier, const QString& spaceUUID) {
     for (Display& display : layout_) {
         if (display.identifier == displayIdentifier)

@@ -105,6 +105,11 @@ bool X11WindowServer::requestDesktop(int index) {
     return client_->sendMessage(Property::CurrentDesktop, {quint32(index), 0, 0, 0, 0});
 }
 
+bool X11WindowServer::requestSpace(const QString& displayUUID, int index) {
+    Q_UNUSED(displayUUID);
+    return requestDesktop(index);
+}
+
 std::optional<X11WindowServer::Desktops> X11WindowServer::desktops() const {
     if (!client_->isConnected())
         return std::nullopt; // logged when it happened

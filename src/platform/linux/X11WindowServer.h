@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/spaces/WindowServer.h"
+#include "core/switcher/SpaceRequester.h"
 
 #include <QList>
 #include <QStringList>
@@ -20,7 +21,7 @@ class X11RootClient;
 //
 // Without an X display or without an EWMH window manager there is no layout: the
 // answers are empty and the reason is logged once.
-class X11WindowServer : public WindowServer {
+class X11WindowServer : public WindowServer, public SpaceRequester {
     Q_OBJECT
 public:
     explicit X11WindowServer(QObject* parent = nullptr);
@@ -37,6 +38,8 @@ public:
     // Asks the window manager to show the desktop at `index` (0-based). False when there
     // is no EWMH window manager, the index is not a desktop or the request failed.
     bool requestDesktop(int index);
+    // Every monitor shows the same desktops: the display does not matter.
+    bool requestSpace(const QString& displayUUID, int index) override;
 
 private:
     struct Display {
