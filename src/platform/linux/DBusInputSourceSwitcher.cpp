@@ -1,0 +1,249 @@
+#include "platform/linux/DBusInputSourceSwitcher.h"
+
+#include "core/app/SystemLog.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDir>
+#include <QFile>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace deskmark {
+
+namespace {
+
+// Long enough for a busy framework to answer, short enough that nobody notices a wait
+// when one has stopped answering.
+constexpr int kCallTimeoutMs = 300;
+
+const QString kFcitxService = QStringLiteral("org.fcitx.Fcitx5");
+const QString kFcitxPath = QStringLiteral("/controller");
+const QString kFcitxInterface = QStringLiteral("org.fcitx.Fcitx.Controller1");
+constexpr int kFcitxInputMethodActive = 2;
+
+const QString kIBusService = QStringLiteral("org.freedesktop.IBus");
+const QString kIBusPath = QStringLiteral("/org/freedesktop/IBus");
+const QString kIBusInterface = QStringLiteral("org.freedesktop.IBus");
+const QString kIBusConnectionName = QStringLiteral("deskmark-ibus");
+const QString kIBusLayoutPrefix = QStringLiteral("xkb:");
+
+QDBusMessage call(const QDBusConnection& bus, const QString& service, const QString& path,
+                  const QString& interface, const QString& method,
+                  const QVariantList& arguments = {}) {
+    QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
+    message.setArguments(arguments);
+    // A framework that is not running stays that way: opening a panel must not start one.
+    message.setAutoStartService(false);
+    return bus.call(message, QDBus::Block, kCallTimeoutMs);
+}
+
+QDBusMessage callFcitx(const QString& method) {
+    return call(QDBusConnection::sessionBus(), kFcitxService, kFcitxPath, kFcitxInterface,
+                method);
+}
+
+QDBusMessage callIBus(const QDBusConnection& bus, const QString& method,
+                      const QVariantList& arguments = {}) {
+    return call(bus, kIBusService, kIBusPath, kIBusInterface, method, arguments);
+}
+
+bool succeeded(const QDBusMessage& reply) {
+    return reply.type() == QDBusMessage::ReplyMessage;
+}
+
+// The names in an array of IBusEngineDesc variants ("av").
+QStringList ibusEngineNames(const QVariant& list) {
+    QStringList names;
+    if (list.userType() != qMetaTypeId<QDBusArgument>())
+        return names;
+    const auto array = qvariant_cast<QDBusArgument>(list);
+    if (array.currentSignature() != QLatin1String("av"))
+        return names;
+    array.beginArray();
+    while (!array.atEnd()) {
+        QDBusVariant item;
+        array >> item;
+        const QString name = DBusInputSourceSwitcher::ibusEngineName(item.variant());
+        if (!name.isEmpty())
+            names << name;
+    }
+    array.endArray();
+    return names;
+}
+
+QString machineId() {
+    for (const char* path : {"/etc/machine-id", "/var/lib/dbus/machine-id"}) {
+        QFile file(QString::fromLatin1(path));
+        if (file.open(QIODevice::ReadOnly)) {
+            const QString id = QString::fromLatin1(file.readAll()).trimmed();
+            if (!id.isEmpty())
+                return id;
+        }
+    }
+    return {};
+}
+
+// Where this session's IBus daemon listens, found the way IBus clients find it; empty
+// when nothing says.
+QString currentIBusAddress() {
+    const QString fromEnvironment = qEnvironmentVariable("IBUS_ADDRESS");
+    if (!fromEnvironment.isEmpty())
+        return fromEnvironment;
+    QString path = qEnvironmentVariable("IBUS_ADDRESS_FILE");
+    if (path.isEmpty()) {
+        const QString id = machineId();
+        if (id.isEmpty())
+            return {};
+        QString configHome = qEnvironmentVariable("XDG_CONFIG_HOME");
+        if (configHome.isEmpty())
+            configHome = QDir::homePath() + QStringLiteral("/.config");
+        path = DBusInputSourceSwitcher::ibusAddressFile(configHome, id,
+                                                        qEnvironmentVariable("DISPLAY"));
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return DBusInputSourceSwitcher::ibusAddressFromFile(file.readAll());
+}
+
+} // namespace
+
+DBusInputSourceSwitcher::~DBusInputSourceSwitcher() {
+    // Quitting while a panel is open must not leave the user typing plain letters.
+    restorePreviousInput();
+}
+
+void DBusInputSourceSwitcher::switchToASCIIInput() {
+    switchFcitx();
+    switchIBus();
+}
+
+void DBusInputSourceSwitcher::restorePreviousInput() {
+    restoreFcitx();
+    restoreIBus();
+}
+
+void DBusInputSourceSwitcher::switchFcitx() {
+    if (!QDBusConnection::sessionBus().isConnected())
+        return;
+    const QDBusMessage state = callFcitx(QStringLiteral("State"));
+    if (!succeeded(state) || state.arguments().value(0).toInt() != kFcitxInputMethodActive)
+        return;
+    const QDBusMessage current = callFcitx(QStringLiteral("CurrentInputMethod"));
+    if (!succeeded(callFcitx(QStringLiteral("Deactivate"))))
+        return;
+    fcitxDeactivated_ = true;
+    fcitxInputMethod_ = succeeded(current) ? current.arguments().value(0).toString() : QString();
+    systemLog(QStringLiteral("Deskmark: パネルを開く間は英数入力に切り替え（fcitx5: %1 をオフ）")
+                  .arg(fcitxInputMethod_));
+}
+
+void DBusInputSourceSwitcher::restoreFcitx() {
+    if (!fcitxDeactivated_)
+        return;
+    fcitxDeactivated_ = false;
+    if (succeeded(callFcitx(QStringLiteral("Activate"))))
+        systemLog(QStringLiteral("Deskmark: 入力メソッドを元に戻す（fcitx5: %1 をオン）")
+                      .arg(fcitxInputMethod_));
+}
+
+void DBusInputSourceSwitcher::switchIBus() {
+    const QDBusConnection bus = ibusBus();
+    if (!bus.isConnected())
+        return;
+    const QDBusMessage global = callIBus(bus, QStringLiteral("GetGlobalEngine"));
+    if (!succeeded(global))
+        return;
+    const QString current = ibusEngineName(global.arguments().value(0));
+    if (current.isEmpty() || current.startsWith(kIBusLayoutPrefix))
+        return;
+    const QDBusMessage active = callIBus(bus, QStringLiteral("ListActiveEngines"));
+    const QString layout =
+        ibusASCIIEngine(succeeded(active) ? ibusEngineNames(active.arguments().value(0))
+                                          : QStringList());
+    if (!succeeded(callIBus(bus, QStringLiteral("SetGlobalEngine"), {layout})))
+        return;
+    ibusPreviousEngine_ = current;
+    systemLog(QStringLiteral("Deskmark: パネルを開く間は英数入力に切り替え（IBus: %1 → %2）")
+                  .arg(current, layout));
+}
+
+void DBusInputSourceSwitcher::restoreIBus() {
+    if (ibusPreviousEngine_.isEmpty())
+        return;
+    const QString engine = std::exchange(ibusPreviousEngine_, QString());
+    const QDBusConnection bus = ibusBus();
+    if (bus.isConnected() && succeeded(callIBus(bus, QStringLiteral("SetGlobalEngine"), {engine})))
+        systemLog(QStringLiteral("Deskmark: 入力メソッドを元に戻す（IBus: %1）").arg(engine));
+}
+
+QDBusConnection DBusInputSourceSwitcher::ibusBus() {
+    const QString address = currentIBusAddress();
+    if (!address.isEmpty() && address == ibusAddress_) {
+        QDBusConnection bus(kIBusConnectionName);
+        if (bus.isConnected())
+            return bus;
+    }
+    // The daemon moved, went away or was not reached last time: start over.
+    QDBusConnection::disconnectFromBus(kIBusConnectionName);
+    ibusAddress_ = address;
+    if (address.isEmpty())
+        return QDBusConnection(kIBusConnectionName);
+    return QDBusConnection::connectToBus(address, kIBusConnectionName);
+}
+
+QString DBusInputSourceSwitcher::ibusAddressFile(const QString& configHome,
+                                                 const QString& machineId,
+                                                 const QString& display) {
+    // "host:number.screen": an empty host means the local machine, called "unix".
+    QString host = display;
+    QString number = QStringLiteral("0");
+    const qsizetype colon = display.indexOf(u':');
+    if (colon >= 0) {
+        host = display.left(colon);
+        number = display.mid(colon + 1).section(u'.', 0, 0);
+    }
+    if (host.isEmpty())
+        host = QStringLiteral("unix");
+    return QStringLiteral("%1/ibus/bus/%2-%3-%4").arg(configHome, machineId, host, number);
+}
+
+QString DBusInputSourceSwitcher::ibusAddressFromFile(const QByteArray& contents) {
+    const QByteArray key = "IBUS_ADDRESS=";
+    for (const QByteArray& line : contents.split('\n')) {
+        const QByteArray trimmed = line.trimmed();
+        if (trimmed.startsWith(key))
+            return QString::fromUtf8(trimmed.mid(key.size()));
+    }
+    return {};
+}
+
+QString DBusInputSourceSwitcher::ibusEngineName(const QVariant& desc) {
+    if (desc.userType() == qMetaTypeId<QDBusVariant>())
+        return ibusEngineName(qvariant_cast<QDBusVariant>(desc).variant());
+    if (desc.userType() != qMetaTypeId<QDBusArgument>())
+        return {};
+    // (type name "IBusEngineDesc", attachments, name, long name, …): only the name matters.
+    const auto fields = qvariant_cast<QDBusArgument>(desc);
+    if (!fields.currentSignature().startsWith(QLatin1String("(sa{sv}s")))
+        return {};
+    QString typeName;
+    QVariantMap attachments;
+    QString name;
+    fields.beginStructure();
+    fields >> typeName >> attachments >> name;
+    fields.endStructure();
+    return name;
+}
+
+QString DBusInputSourceSwitcher::ibusASCIIEngine(const QStringList& engines) {
+    for (const QString& engine : engines)
+        if (engine.startsWith(kIBusLayoutPrefix))
+            return engine;
+    return QStringLiteral("xkb:us::eng");
+}
+
+} // namespace deskmark
