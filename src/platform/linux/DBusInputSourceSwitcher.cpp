@@ -7,9 +7,17 @@
 #include <QDBusVariant>
 #include <QDir>
 #include <QFile>
+#include <QSysInfo>
 #include <QVariantMap>
 
+#include <cstddef>
+#include <cstring>
 #include <utility>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace deskmark {
 
@@ -41,8 +49,7 @@ QDBusMessage call(const QDBusConnection& bus, const QString& service, const QStr
 }
 
 QDBusMessage callFcitx(const QString& method) {
-    return call(QDBusConnection::sessionBus(), kFcitxService, kFcitxPath, kFcitxInterface,
-                method);
+    return call(QDBusConnection::sessionBus(), kFcitxService, kFcitxPath, kFcitxInterface, method);
 }
 
 QDBusMessage callIBus(const QDBusConnection& bus, const QString& method,
@@ -74,18 +81,6 @@ QStringList ibusEngineNames(const QVariant& list) {
     return names;
 }
 
-QString machineId() {
-    for (const char* path : {"/etc/machine-id", "/var/lib/dbus/machine-id"}) {
-        QFile file(QString::fromLatin1(path));
-        if (file.open(QIODevice::ReadOnly)) {
-            const QString id = QString::fromLatin1(file.readAll()).trimmed();
-            if (!id.isEmpty())
-                return id;
-        }
-    }
-    return {};
-}
-
 // Where this session's IBus daemon listens, found the way IBus clients find it; empty
 // when nothing says.
 QString currentIBusAddress() {
@@ -94,7 +89,7 @@ QString currentIBusAddress() {
         return fromEnvironment;
     QString path = qEnvironmentVariable("IBUS_ADDRESS_FILE");
     if (path.isEmpty()) {
-        const QString id = machineId();
+        const QString id = QString::fromLatin1(QSysInfo::machineUniqueId());
         if (id.isEmpty())
             return {};
         QString configHome = qEnvironmentVariable("XDG_CONFIG_HOME");
@@ -107,6 +102,45 @@ QString currentIBusAddress() {
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return DBusInputSourceSwitcher::ibusAddressFromFile(file.readAll());
+}
+
+// Whether a bus daemon listens at a unix-socket D-Bus address and starts the
+// authentication within the call timeout. Connecting through QtDBus waits for the daemon's
+// greeting without a limit of its own, so a daemon that hangs is found out here first.
+// Addresses of other kinds are left to QtDBus.
+bool busAnswersPromptly(const QString& address) {
+    const QString first = address.section(u';', 0, 0);
+    if (!first.startsWith(QLatin1String("unix:")))
+        return true;
+    QByteArray path;
+    bool abstract = false;
+    for (const QString& pair : first.mid(5).split(u',')) {
+        const QString key = pair.section(u'=', 0, 0);
+        if (key == QLatin1String("path") || key == QLatin1String("abstract")) {
+            path = QByteArray::fromPercentEncoding(pair.section(u'=', 1).toUtf8());
+            abstract = key == QLatin1String("abstract");
+        }
+    }
+    sockaddr_un peer{};
+    peer.sun_family = AF_UNIX;
+    const qsizetype offset = abstract ? 1 : 0; // an abstract name starts with a NUL byte
+    if (path.isEmpty() || offset + path.size() >= qsizetype(sizeof(peer.sun_path)))
+        return true;
+    std::memcpy(peer.sun_path + offset, path.constData(), size_t(path.size()));
+    const auto length = socklen_t(offsetof(sockaddr_un, sun_path) + offset + path.size());
+
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (fd < 0)
+        return false;
+    const QByteArray auth =
+        QByteArray(1, '\0') + "AUTH EXTERNAL " + QByteArray::number(::getuid()).toHex() + "\r\n";
+    pollfd reply{fd, POLLIN, 0};
+    const bool answered =
+        ::connect(fd, reinterpret_cast<const sockaddr*>(&peer), length) == 0 &&
+        ::send(fd, auth.constData(), size_t(auth.size()), MSG_NOSIGNAL) == auth.size() &&
+        ::poll(&reply, 1, kCallTimeoutMs) == 1;
+    ::close(fd);
+    return answered;
 }
 
 } // namespace
@@ -161,9 +195,8 @@ void DBusInputSourceSwitcher::switchIBus() {
     if (current.isEmpty() || current.startsWith(kIBusLayoutPrefix))
         return;
     const QDBusMessage active = callIBus(bus, QStringLiteral("ListActiveEngines"));
-    const QString layout =
-        ibusASCIIEngine(succeeded(active) ? ibusEngineNames(active.arguments().value(0))
-                                          : QStringList());
+    const QString layout = ibusASCIIEngine(
+        succeeded(active) ? ibusEngineNames(active.arguments().value(0)) : QStringList());
     if (!succeeded(callIBus(bus, QStringLiteral("SetGlobalEngine"), {layout})))
         return;
     ibusPreviousEngine_ = current;
@@ -190,14 +223,13 @@ QDBusConnection DBusInputSourceSwitcher::ibusBus() {
     // The daemon moved, went away or was not reached last time: start over.
     QDBusConnection::disconnectFromBus(kIBusConnectionName);
     ibusAddress_ = address;
-    if (address.isEmpty())
+    if (address.isEmpty() || !busAnswersPromptly(address))
         return QDBusConnection(kIBusConnectionName);
     return QDBusConnection::connectToBus(address, kIBusConnectionName);
 }
 
 QString DBusInputSourceSwitcher::ibusAddressFile(const QString& configHome,
-                                                 const QString& machineId,
-                                                 const QString& display) {
+                                                 const QString& machineId, const QString& display) {
     // "host:number.screen": an empty host means the local machine, called "unix".
     QString host = display;
     QString number = QStringLiteral("0");
