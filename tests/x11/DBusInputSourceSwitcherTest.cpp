@@ -47,27 +47,34 @@ public Q_SLOTS:
 class FakeIBus : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.IBus")
+    Q_PROPERTY(QDBusVariant GlobalEngine READ globalEngine)
+    Q_PROPERTY(QVariantList Engines READ engines)
 public:
     QString engine;
-    QStringList preloaded;
+    QStringList known{"xkb:jp:kana:jpn", "xkb:jp::jpn", "xkb:us::eng", "anthy", "mozc-jp"};
     int engineChanges = 0;
 
+    // Name and layout set; the fields in between as the daemon leaves them when unknown.
     static QVariant desc(const QString& name) {
         QDBusArgument fields;
         fields.beginStructure();
-        fields << QStringLiteral("IBusEngineDesc") << QVariantMap() << name << name.toUpper();
+        fields << QStringLiteral("IBusEngineDesc") << QVariantMap() << name;
+        for (int field = 0; field < 6; ++field)
+            fields << QString();
+        fields << (name == "anthy" ? QStringLiteral("jp") : QStringLiteral("default"))
+               << QStringLiteral("extra fields follow");
         fields.endStructure();
         return QVariant::fromValue(fields);
     }
-
-public Q_SLOTS:
-    QDBusVariant GetGlobalEngine() { return QDBusVariant(desc(engine)); }
-    QVariantList ListActiveEngines() {
+    QDBusVariant globalEngine() const { return QDBusVariant(desc(engine)); }
+    QVariantList engines() const {
         QVariantList descs;
-        for (const QString& name : preloaded)
+        for (const QString& name : known)
             descs << desc(name);
         return descs;
     }
+
+public Q_SLOTS:
     void SetGlobalEngine(const QString& name) {
         engine = name;
         ++engineChanges;
@@ -106,7 +113,8 @@ private Q_SLOTS:
         QVERIFY(fcitxBus_.registerObject("/controller", fcitx_, QDBusConnection::ExportAllSlots));
         QVERIFY(fcitxBus_.registerService(fcitxService_));
         QVERIFY(ibusBus.registerObject("/org/freedesktop/IBus", ibus_,
-                                       QDBusConnection::ExportAllSlots));
+                                       QDBusConnection::ExportAllSlots |
+                                           QDBusConnection::ExportAllProperties));
         QVERIFY(ibusBus.registerService("org.freedesktop.IBus"));
     }
     void init() { fcitx_->changes.clear(); }
@@ -149,22 +157,21 @@ private Q_SLOTS:
     void ibusEngineIsALayoutWhileOpen_data() {
         QTest::addColumn<bool>("throughFile");
         QTest::addColumn<QString>("engine");
-        QTest::addColumn<QStringList>("preloaded");
         QTest::addColumn<QString>("whileOpen");
-        const QStringList japanese{"anthy", "xkb:jp::jpn"};
-        QTest::newRow("user's layout") << false << "anthy" << japanese << "xkb:jp::jpn";
-        QTest::newRow("no layout preloaded")
-            << false << "mozc-jp" << QStringList{"mozc-jp"} << "xkb:us::eng";
-        QTest::newRow("already a layout") << false << "xkb:de::ger" << japanese << "xkb:de::ger";
-        QTest::newRow("address file") << true << "anthy" << japanese << "xkb:jp::jpn";
+        QTest::newRow("input method on a jp keyboard") << false << "anthy"
+                                                       << "xkb:jp::jpn";
+        QTest::newRow("input method on the system's keyboard") << false << "mozc-jp"
+                                                               << "xkb:us::eng";
+        QTest::newRow("already a layout") << false << "xkb:jp:kana:jpn"
+                                          << "xkb:jp:kana:jpn";
+        QTest::newRow("address file") << true << "anthy"
+                                      << "xkb:jp::jpn";
     }
     void ibusEngineIsALayoutWhileOpen() {
         QFETCH(bool, throughFile);
         QFETCH(QString, engine);
-        QFETCH(QStringList, preloaded);
         QFETCH(QString, whileOpen);
         ibus_->engine = engine;
-        ibus_->preloaded = preloaded;
         ibus_->engineChanges = 0;
         QTemporaryDir home;
         if (throughFile) {

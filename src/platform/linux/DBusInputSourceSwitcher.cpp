@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 #include <poll.h>
@@ -57,12 +58,51 @@ QDBusMessage callIBus(const QDBusConnection& bus, const QString& method,
     return call(bus, kIBusService, kIBusPath, kIBusInterface, method, arguments);
 }
 
+// The daemon's state is read through properties: the methods that also give it are
+// deprecated and make the daemon log a warning on every call.
+QDBusMessage ibusProperty(const QDBusConnection& bus, const QString& name) {
+    return call(bus, kIBusService, kIBusPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                QStringLiteral("Get"), {kIBusInterface, name});
+}
+
 bool succeeded(const QDBusMessage& reply) {
     return reply.type() == QDBusMessage::ReplyMessage;
 }
 
-// The names in an array of IBusEngineDesc variants ("av").
+// What the switcher needs of an IBusEngineDesc.
+struct IBusEngine {
+    QString name;
+    QString layout; // the keyboard layout it types on; "default" for the system's
+};
+
+// An IBusEngineDesc as it arrives over D-Bus: the struct, in as many variants as it comes
+// in. Nothing when the value is something else.
+std::optional<IBusEngine> ibusEngine(const QVariant& desc) {
+    if (desc.userType() == qMetaTypeId<QDBusVariant>())
+        return ibusEngine(qvariant_cast<QDBusVariant>(desc).variant());
+    if (desc.userType() != qMetaTypeId<QDBusArgument>())
+        return std::nullopt;
+    // (type name, attachments, name, long name, description, language, license, author,
+    // icon, layout, …)
+    const auto fields = qvariant_cast<QDBusArgument>(desc);
+    if (!fields.currentSignature().startsWith(QLatin1String("(sa{sv}ssssssss")))
+        return std::nullopt;
+    QString skipped;
+    QVariantMap attachments;
+    IBusEngine engine;
+    fields.beginStructure();
+    fields >> skipped >> attachments >> engine.name;
+    for (int field = 0; field < 6; ++field)
+        fields >> skipped;
+    fields >> engine.layout;
+    fields.endStructure();
+    return engine;
+}
+
+// The names in an array of IBusEngineDesc variants ("av"), itself in a variant or not.
 QStringList ibusEngineNames(const QVariant& list) {
+    if (list.userType() == qMetaTypeId<QDBusVariant>())
+        return ibusEngineNames(qvariant_cast<QDBusVariant>(list).variant());
     QStringList names;
     if (list.userType() != qMetaTypeId<QDBusArgument>())
         return names;
@@ -73,12 +113,32 @@ QStringList ibusEngineNames(const QVariant& list) {
     while (!array.atEnd()) {
         QDBusVariant item;
         array >> item;
-        const QString name = DBusInputSourceSwitcher::ibusEngineName(item.variant());
-        if (!name.isEmpty())
-            names << name;
+        if (const auto engine = ibusEngine(item.variant()))
+            names << engine->name;
     }
     array.endArray();
     return names;
+}
+
+// The layout engine to type plain letters with on `layout`: the one of `engines` for that
+// layout without a variant ("xkb:jp::jpn" for "jp"), else the US layout.
+QString ibusASCIIEngine(const QString& layout, const QStringList& engines) {
+    const QString name = kIBusLayoutPrefix + layout + QStringLiteral("::");
+    for (const QString& engine : engines)
+        if (engine.startsWith(name))
+            return engine;
+    return QStringLiteral("xkb:us::eng");
+}
+
+// The value of the IBUS_ADDRESS= line of an address file; empty when there is none.
+QString ibusAddressFromFile(const QByteArray& contents) {
+    const QByteArray key = "IBUS_ADDRESS=";
+    for (const QByteArray& line : contents.split('\n')) {
+        const QByteArray trimmed = line.trimmed();
+        if (trimmed.startsWith(key))
+            return QString::fromUtf8(trimmed.mid(key.size()));
+    }
+    return {};
 }
 
 // Where this session's IBus daemon listens, found the way IBus clients find it; empty
@@ -101,7 +161,7 @@ QString currentIBusAddress() {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return DBusInputSourceSwitcher::ibusAddressFromFile(file.readAll());
+    return ibusAddressFromFile(file.readAll());
 }
 
 // Whether a bus daemon listens at a unix-socket D-Bus address and starts the
@@ -188,20 +248,21 @@ void DBusInputSourceSwitcher::switchIBus() {
     const QDBusConnection bus = ibusBus();
     if (!bus.isConnected())
         return;
-    const QDBusMessage global = callIBus(bus, QStringLiteral("GetGlobalEngine"));
+    const QDBusMessage global = ibusProperty(bus, QStringLiteral("GlobalEngine"));
     if (!succeeded(global))
         return;
-    const QString current = ibusEngineName(global.arguments().value(0));
-    if (current.isEmpty() || current.startsWith(kIBusLayoutPrefix))
+    const auto current = ibusEngine(global.arguments().value(0));
+    if (!current || current->name.isEmpty() || current->name.startsWith(kIBusLayoutPrefix))
         return;
-    const QDBusMessage active = callIBus(bus, QStringLiteral("ListActiveEngines"));
+    const QDBusMessage engines = ibusProperty(bus, QStringLiteral("Engines"));
     const QString layout = ibusASCIIEngine(
-        succeeded(active) ? ibusEngineNames(active.arguments().value(0)) : QStringList());
+        current->layout,
+        succeeded(engines) ? ibusEngineNames(engines.arguments().value(0)) : QStringList());
     if (!succeeded(callIBus(bus, QStringLiteral("SetGlobalEngine"), {layout})))
         return;
-    ibusPreviousEngine_ = current;
+    ibusPreviousEngine_ = current->name;
     systemLog(QStringLiteral("Deskmark: パネルを開く間は英数入力に切り替え（IBus: %1 → %2）")
-                  .arg(current, layout));
+                  .arg(current->name, layout));
 }
 
 void DBusInputSourceSwitcher::restoreIBus() {
@@ -241,41 +302,6 @@ QString DBusInputSourceSwitcher::ibusAddressFile(const QString& configHome,
     if (host.isEmpty())
         host = QStringLiteral("unix");
     return QStringLiteral("%1/ibus/bus/%2-%3-%4").arg(configHome, machineId, host, number);
-}
-
-QString DBusInputSourceSwitcher::ibusAddressFromFile(const QByteArray& contents) {
-    const QByteArray key = "IBUS_ADDRESS=";
-    for (const QByteArray& line : contents.split('\n')) {
-        const QByteArray trimmed = line.trimmed();
-        if (trimmed.startsWith(key))
-            return QString::fromUtf8(trimmed.mid(key.size()));
-    }
-    return {};
-}
-
-QString DBusInputSourceSwitcher::ibusEngineName(const QVariant& desc) {
-    if (desc.userType() == qMetaTypeId<QDBusVariant>())
-        return ibusEngineName(qvariant_cast<QDBusVariant>(desc).variant());
-    if (desc.userType() != qMetaTypeId<QDBusArgument>())
-        return {};
-    // (type name "IBusEngineDesc", attachments, name, long name, …): only the name matters.
-    const auto fields = qvariant_cast<QDBusArgument>(desc);
-    if (!fields.currentSignature().startsWith(QLatin1String("(sa{sv}s")))
-        return {};
-    QString typeName;
-    QVariantMap attachments;
-    QString name;
-    fields.beginStructure();
-    fields >> typeName >> attachments >> name;
-    fields.endStructure();
-    return name;
-}
-
-QString DBusInputSourceSwitcher::ibusASCIIEngine(const QStringList& engines) {
-    for (const QString& engine : engines)
-        if (engine.startsWith(kIBusLayoutPrefix))
-            return engine;
-    return QStringLiteral("xkb:us::eng");
 }
 
 } // namespace deskmark

@@ -4,8 +4,6 @@
 
 #include <QDBusConnection>
 #include <QString>
-#include <QStringList>
-#include <QVariant>
 
 namespace deskmark {
 
@@ -17,7 +15,9 @@ namespace deskmark {
 //   normally a keyboard layout. Restoring activates again.
 // - IBus, on the daemon's own bus, found as IBus clients find it ($IBUS_ADDRESS, else the
 //   address file under $XDG_CONFIG_HOME/ibus/bus). A global engine that is not a keyboard
-//   layout ("xkb:…") is replaced by one; restoring sets the remembered engine back.
+//   layout ("xkb:…") is replaced by the layout engine for the keyboard it types on (a
+//   Japanese input method on a "jp" keyboard gives "xkb:jp::jpn"), else by the US layout;
+//   restoring sets the remembered engine back.
 //
 // Every call waits at most a fraction of a second, so a framework that stopped answering
 // cannot hold up the panel. Services are never started on demand: where neither framework
@@ -36,14 +36,6 @@ public:
     // counts as ":0"): <configHome>/ibus/bus/<machine id>-<host or "unix">-<number>.
     static QString ibusAddressFile(const QString& configHome, const QString& machineId,
                                    const QString& display);
-    // The value of the IBUS_ADDRESS= line of such a file; empty when there is none.
-    static QString ibusAddressFromFile(const QByteArray& contents);
-    // The engine name of an IBusEngineDesc as it arrives over D-Bus (a variant holding
-    // the struct, or the struct itself); empty when the value is something else.
-    static QString ibusEngineName(const QVariant& desc);
-    // The engine to type plain letters with: the first keyboard layout among the user's
-    // engines, else the US layout.
-    static QString ibusASCIIEngine(const QStringList& engines);
 
 private:
     void switchFcitx();
