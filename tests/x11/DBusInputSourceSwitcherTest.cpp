@@ -94,18 +94,21 @@ class DBusInputSourceSwitcherTest : public QObject {
     QString ibusAddress_;
     QTemporaryDir configHome_;
 
+    // A private bus daemon's address; empty when it did not start.
+    static QString startBus(QProcess& daemon) {
+        daemon.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address"});
+        return daemon.waitForReadyRead(10000) ? QString::fromUtf8(daemon.readLine()).trimmed()
+                                              : QString();
+    }
+
 private Q_SLOTS:
     void initTestCase() {
         // Nothing of the user running the test may leak in: no IBus unless a test says so.
         qputenv("XDG_CONFIG_HOME", configHome_.path().toUtf8());
         qunsetenv("IBUS_ADDRESS");
         qunsetenv("IBUS_ADDRESS_FILE");
-        ibusDaemon_.start(QStringLiteral("dbus-daemon"),
-                          {"--session", "--nofork", "--print-address"});
-        QVERIFY(ibusDaemon_.waitForReadyRead(10000));
-        ibusAddress_ = QString::fromUtf8(ibusDaemon_.readLine()).trimmed();
-        QDBusConnection ibusBus =
-            QDBusConnection::connectToBus(ibusAddress_, QStringLiteral("ibus"));
+        ibusAddress_ = startBus(ibusDaemon_);
+        QDBusConnection ibusBus = QDBusConnection::connectToBus(ibusAddress_, "ibus");
 
         services_.start();
         fcitx_->moveToThread(&services_);
@@ -158,10 +161,10 @@ private Q_SLOTS:
         QTest::addColumn<bool>("throughFile");
         QTest::addColumn<QString>("engine");
         QTest::addColumn<QString>("whileOpen");
-        QTest::newRow("input method on a jp keyboard") << false << "anthy"
-                                                       << "xkb:jp::jpn";
-        QTest::newRow("input method on the system's keyboard") << false << "mozc-jp"
-                                                               << "xkb:us::eng";
+        QTest::newRow("jp keyboard") << false << "anthy"
+                                     << "xkb:jp::jpn";
+        QTest::newRow("system's keyboard") << false << "mozc-jp"
+                                           << "xkb:us::eng";
         QTest::newRow("already a layout") << false << "xkb:jp:kana:jpn"
                                           << "xkb:jp:kana:jpn";
         QTest::newRow("address file") << true << "anthy"
@@ -211,9 +214,7 @@ private Q_SLOTS:
         fcitx_->state = 2;
         fcitx_->stallMs = 4000;
         QProcess hungIBus;
-        hungIBus.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address"});
-        QVERIFY(hungIBus.waitForReadyRead(10000));
-        qputenv("IBUS_ADDRESS", hungIBus.readLine().trimmed());
+        qputenv("IBUS_ADDRESS", startBus(hungIBus).toUtf8());
         ::kill(pid_t(hungIBus.processId()), SIGSTOP);
         for (bool missing : {false, true}) {
             if (missing)
