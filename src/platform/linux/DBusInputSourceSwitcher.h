@@ -49,7 +49,7 @@ private:
     bool fcitxDeactivated_ = false;
     QString fcitxInputMethod_; // for the log only
     QString ibusPreviousEngine_;
-    QString ibusAddress_; // the address ibusBus() is connected to
+    QString ibusAddress_; // the address ibusBus() last connected to or tried
 };
 
 } // namespace deskmark
