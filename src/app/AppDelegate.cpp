@@ -269,11 +269,13 @@ void AppDelegate::showSpaceSwitcher() {
     switcherPanel_ =
         new SpaceSwitcherPanel(std::move(controller), colors, X11Compositor::isRunning());
     switcherPanel_->present(screen->availableGeometry());
+    inputSource_.switchToASCIIInput();
 }
 
 void AppDelegate::closeSpaceSwitcher() {
     if (!switcherPanel_)
         return;
+    inputSource_.restorePreviousInput();
     switcherPanel_->close(); // deletes itself once its event handling is over
     switcherPanel_ = nullptr;
 }

@@ -14,6 +14,7 @@
 #include "core/switcher/SwitchDebugLog.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/DBusInputSourceSwitcher.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
 #include "platform/linux/X11WindowServer.h"
@@ -110,6 +111,7 @@ private:
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
     QPointer<SpaceSwitcherPanel> switcherPanel_;
+    DBusInputSourceSwitcher inputSource_;
 
     // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
     X11HotKeyRegistrar hotKeyRegistrar_;
