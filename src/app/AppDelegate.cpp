@@ -5,6 +5,8 @@
 #include "core/app/StatusTitle.h"
 #include "core/model/AppFolders.h"
 #include "platform/linux/StatusItemFactory.h"
+#include "core/bookmarks/AppCandidateStore.h"
+#include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
 
 #include <QApplication>
@@ -38,7 +40,10 @@ AppDelegate::AppDelegate(QObject* parent)
       presetStore_(AppFolders::dataFolder()),
       spaceStore_(windowServer_) {}
 
-AppDelegate::~AppDelegate() { delete nameEditor_; }
+AppDelegate::~AppDelegate() {
+    delete nameEditor_;
+    bookmarkPopup_.reset();
+}
 
 void AppDelegate::applicationDidFinishLaunching() {
     appearance_.apply(settings_.appearanceRaw());
@@ -52,6 +57,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::applicationWillTerminate() {
+    closeBookmarkWindow();
     for (const QMetaObject::Connection& connection : std::as_const(connections_))
         disconnect(connection);
     connections_.clear();
@@ -103,6 +109,7 @@ void AppDelegate::buildStatusItem() {
     statusItem_->setMenu(menu_.get());
 
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
+    connect(menu_->bookmarkAction(), &QAction::triggered, this, &AppDelegate::showBookmarks);
     connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
     connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
     connect(menu_->aboutAction(), &QAction::triggered, this, &AppDelegate::showAbout);
@@ -150,6 +157,7 @@ void AppDelegate::activeSpaceDidChange() {
     recordSpaceHistory();
     updateStatusTitle();
     refreshCornerOverlay();
+    closeBookmarkWindow();
 }
 
 void AppDelegate::screenParametersDidChange() {

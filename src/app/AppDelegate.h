@@ -4,6 +4,8 @@
 #include "core/app/HotKeyManager.h"
 #include "core/app/QtScheduler.h"
 #include "core/app/SpaceHistory.h"
+#include "core/bookmarks/BookmarkPopupGeometry.h"
+#include "core/bookmarks/GroupNameRequest.h"
 #include "core/model/PresetStore.h"
 #include "core/model/ProjectStore.h"
 #include "core/model/SettingsStore.h"
@@ -21,14 +23,20 @@
 #include "ui/StatusMenu.h"
 
 #include <QIcon>
+#include <QUuid>
 #include <QObject>
 #include <QPointer>
 
 #include <memory>
 #include <optional>
 
+class QDialog;
+class QScreen;
+
 namespace deskmark {
 
+class AppCandidateStore;
+class BookmarkPopupCoordinator;
 class NameEditorWindow;
 
 // Owns every long-lived object of the running program and wires them together: the
@@ -51,13 +59,28 @@ public:
         return history_.previousSpace(displayUUID);
     }
 
+    // Where the bookmark popup opens: near the mouse on the screen of the panel item.
+    std::optional<BookmarkAnchor> bookmarkAnchor() const;
+    // The popup's form and dialogs; each shows above the popup, which stays open meanwhile.
+    void showBookmarkForm(const QUuid& projectID, const std::optional<Bookmark>& editing,
+                          const std::optional<Bookmark>& prefill);
+    void showGroupNameWindow(const GroupNameRequest& request);
+    void showBookmarkDeleteConfirm(const Bookmark& bookmark);
+
 public Q_SLOTS:
     // Opens the name and colour editor for the current Space of the active display,
     // replacing an editor that is open; does nothing when there is no current Space.
     void nameCurrent();
+    // Opens the bookmark popup of the current Space, or closes it when it is open.
+    void showBookmarks();
+    void closeBookmarkWindow();
 
 private:
     std::optional<QString> statusItemDisplayUUID() const;
+    // The screen that holds the panel item, else the primary one.
+    QScreen* statusItemScreen() const;
+    // Shows a dialog of the popup above it; the popup resumes when the dialog closes.
+    void presentPopupDialog(QDialog* dialog);
     const QIcon& menuBarIcon();
     void buildStatusItem();
     void installObservers();
@@ -92,6 +115,8 @@ private:
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
+    std::unique_ptr<AppCandidateStore> appCandidates_;
+    std::unique_ptr<BookmarkPopupCoordinator> bookmarkPopup_;
 
     // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
     X11HotKeyRegistrar hotKeyRegistrar_;

@@ -53,7 +53,7 @@ class BookmarkPopupModelTest : public QObject {
     void open() {
         popup_ = std::make_unique<BookmarkPopupModel>(
             BookmarkPopupModel::Services{*projects_, *settings_, *candidates_, scheduler_}, kSpace,
-            kDisplay, RunningApp{"firefox", "Firefox", 1, 1, false});
+            kDisplay, RunningApp{"org.gnome.Calculator", "Calculator", 1, 1, false});
         BookmarkPopupModel* popup = popup_.get();
         connect(popup, &BookmarkPopupModel::beep, this, [this] { log_ << "beep"; });
         connect(popup, &BookmarkPopupModel::closeRequested, this, [this] { log_ << "close"; });
@@ -163,8 +163,8 @@ private Q_SLOTS:
         QTest::newRow("Alt+Up from the first row beeps") << 0 << int(Qt::Key_Up) << alt << "" << beep << "";
         QTest::newRow("Shift+Alt+Up of the only group beeps")
             << 2 << int(Qt::Key_Up) << (alt | shift) << "" << beep << "";
-        QTest::newRow("Alt+C from Firefox cannot capture")
-            << 0 << int(Qt::Key_C) << alt << "" << beep << "Can't capture from Firefox";
+        QTest::newRow("Alt+C from a calculator cannot capture")
+            << 0 << int(Qt::Key_C) << alt << "" << beep << "Can't capture from Calculator";
         QTest::newRow("Escape closes") << 0 << int(Qt::Key_Escape) << none << "" << QStringList{"close"} << "";
     }
     void keys() {

@@ -108,7 +108,7 @@ QString BookmarkFormModel::appPickerCaption() const {
 }
 
 void BookmarkFormModel::chooseOtherApp(const QString& appURL) {
-    const QString id = BookmarkOpener::appBundleIDAt(appURL);
+    const QString id = BookmarkOpener::appID(appURL);
     if (id.isEmpty())
         return;
     otherApp_ = Option{BookmarkOpener::appName(appURL), id};
