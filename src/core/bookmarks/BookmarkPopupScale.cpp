@@ -1,34 +1,28 @@
 #include "core/bookmarks/BookmarkPopupScale.h"
 
 #include <array>
-#include <cmath>
 
 namespace deskmark::BookmarkPopupScale {
 
 namespace {
 constexpr std::array kSteps{1.0, 1.2, 1.5};
+// A value this close to a step stands on it.
 constexpr double kTolerance = 0.001;
-
-// The index of the step `value` stands on.
-int currentStep(double value) {
-    for (int i = 0; i < int(kSteps.size()); ++i) {
-        if (std::abs(kSteps[size_t(i)] - value) < kTolerance)
-            return i;
-    }
-    int below = 0;
-    for (int i = 0; i < int(kSteps.size()); ++i) {
-        if (kSteps[size_t(i)] < value)
-            below = i;
-    }
-    return below;
-}
 } // namespace
 
 std::optional<double> stepped(double current, bool up) {
-    const int next = currentStep(current) + (up ? 1 : -1);
-    if (next < 0 || next >= int(kSteps.size()))
+    if (up) {
+        for (const double step : kSteps) {
+            if (step > current + kTolerance)
+                return step;
+        }
         return std::nullopt;
-    return kSteps[size_t(next)];
+    }
+    for (auto step = kSteps.rbegin(); step != kSteps.rend(); ++step) {
+        if (*step < current - kTolerance)
+            return *step;
+    }
+    return std::nullopt;
 }
 
 } // namespace deskmark::BookmarkPopupScale
