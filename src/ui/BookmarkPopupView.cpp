@@ -5,6 +5,7 @@
 #include "core/model/SettingsStore.h"
 #include "ui/BookmarkListModel.h"
 #include "ui/BookmarkRowDelegate.h"
+#include "ui/ThemedIcon.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -41,10 +42,6 @@ QToolButton* footerButton(QWidget* parent, const QIcon& icon, const QString& hel
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);
     return button;
-}
-
-QIcon themed(const char* name, QStyle::StandardPixmap fallback) {
-    return QIcon::fromTheme(QString::fromLatin1(name), QApplication::style()->standardIcon(fallback));
 }
 } // namespace
 
@@ -86,16 +83,16 @@ BookmarkPopupView::BookmarkPopupView(BookmarkPopupModel& model, SettingsStore& s
     hints_->setWordWrap(true);
     hints_->setTextFormat(Qt::RichText);
 
-    auto* add = footerButton(this, themed("list-add", QStyle::SP_FileDialogNewFolder),
+    auto* add = footerButton(this, ThemedIcon::get("list-add", QStyle::SP_FileDialogNewFolder),
                              localized("ブックマークを追加（Alt+N）", "Add Bookmark (Alt+N)"));
-    auto* addFiles = footerButton(this, themed("document-open", QStyle::SP_DialogOpenButton),
+    auto* addFiles = footerButton(this, ThemedIcon::get("document-open", QStyle::SP_DialogOpenButton),
                                   localized("ファイルを追加…", "Add Files…"));
-    auto* newGroup = footerButton(this, themed("folder-new", QStyle::SP_FileDialogNewFolder),
+    auto* newGroup = footerButton(this, ThemedIcon::get("folder-new", QStyle::SP_FileDialogNewFolder),
                                   localized("新しいグループ…（Shift+Alt+N）",
                                             "New Group… (Shift+Alt+N)"));
-    auto* capture = footerButton(this, themed("insert-link", QStyle::SP_BrowserReload),
+    auto* capture = footerButton(this, ThemedIcon::get("insert-link", QStyle::SP_BrowserReload),
                                  localized("今見ているものを追加（Alt+C）", "Capture (Alt+C)"));
-    pin_ = footerButton(this, themed("window-pin", QStyle::SP_TitleBarShadeButton),
+    pin_ = footerButton(this, ThemedIcon::get("window-pin", QStyle::SP_TitleBarShadeButton),
                         localized("ピン留めすると開いたままになり、ファイルマネージャから項目を"
                                   "ドラッグできます（Esc で閉じます）",
                                   "Pin to keep the popup open so you can drag items in from the "

@@ -3,6 +3,7 @@
 #include "core/bookmarks/BookmarkPopupGeometry.h"
 #include "core/bookmarks/BookmarkPopupModel.h"
 #include "ui/BookmarkListModel.h"
+#include "ui/ThemedIcon.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -17,20 +18,15 @@ constexpr double kTargetPixels = 11.5;
 constexpr double kHeaderPixels = 11;
 constexpr double kIconSize = 20;
 constexpr double kMargin = 10;
-
-QIcon themed(const char* name, QStyle::StandardPixmap fallback) {
-    return QIcon::fromTheme(QString::fromLatin1(name),
-                            QApplication::style()->standardIcon(fallback));
-}
 } // namespace
 
 BookmarkRowDelegate::BookmarkRowDelegate(const BookmarkPopupModel& popup, QObject* parent)
     : QStyledItemDelegate(parent),
       popup_(popup),
-      web_(themed("applications-internet", QStyle::SP_DriveNetIcon)),
-      folder_(themed("folder", QStyle::SP_DirIcon)),
-      file_(themed("text-x-generic", QStyle::SP_FileIcon)),
-      missing_(themed("dialog-warning", QStyle::SP_MessageBoxWarning)) {}
+      web_(ThemedIcon::get("applications-internet", QStyle::SP_DriveNetIcon)),
+      folder_(ThemedIcon::get("folder", QStyle::SP_DirIcon)),
+      file_(ThemedIcon::get("text-x-generic", QStyle::SP_FileIcon)),
+      missing_(ThemedIcon::get("dialog-warning", QStyle::SP_MessageBoxWarning)) {}
 
 QFont BookmarkRowDelegate::scaledFont(double pixels, double scale, bool bold) {
     QFont font = QApplication::font();

@@ -1,16 +1,8 @@
 // The bookmark popup's list, keys and form, against an in-memory desktop.
 
-#include "core/StoreTestFiles.h"
-#include "core/app/Language.h"
-#include "core/bookmarks/AppCandidateStore.h"
+#include "core/BookmarkTestDesktop.h"
 #include "core/bookmarks/BookmarkFormModel.h"
-#include "core/bookmarks/BookmarkOpener.h"
 #include "core/bookmarks/BookmarkPopupModel.h"
-#include "core/model/ProjectStore.h"
-#include "core/model/SettingsStore.h"
-#include "platform/fake/FakeScheduler.h"
-#include "platform/fake/FakeWorkspace.h"
-#include "platform/fake/MemoryDefaults.h"
 
 #include <QDir>
 #include <QTest>
@@ -37,15 +29,11 @@ Bookmark bookmark(Bookmark::Kind kind, const QString& target, const QString& gro
 
 class BookmarkPopupModelTest : public QObject {
     Q_OBJECT
-    TempFolder dir_;
-    FakeWorkspace desktop_;
-    FakeScheduler scheduler_;
-    MemoryDefaults defaults_;
-    std::unique_ptr<SettingsStore> settings_;
-    std::unique_ptr<ProjectStore> projects_;
-    std::unique_ptr<AppCandidateStore> candidates_;
+    BookmarkTestDesktop t_;
+    TempFolder& dir_ = t_.dir;
+    FakeWorkspace& desktop_ = t_.desktop;
+    FakeScheduler& scheduler_ = t_.scheduler;
     std::unique_ptr<BookmarkPopupModel> popup_;
-    QUuid project_;
     QStringList log_; // what the popup asked of its view
     QString folder_, file_;
 
@@ -53,8 +41,7 @@ class BookmarkPopupModelTest : public QObject {
     // group, then the group "Docs" with a folder (a git checkout) and a file.
     void open() {
         popup_ = std::make_unique<BookmarkPopupModel>(
-            BookmarkPopupModel::Services{*projects_, *settings_, *candidates_, scheduler_}, kSpace,
-            kDisplay, RunningApp{"org.gnome.Calculator", "Calculator", 1, 1, false});
+            t_.services(), kSpace, kDisplay, RunningApp{"org.gnome.Calculator", "Calculator", 1, 1, false});
         BookmarkPopupModel* popup = popup_.get();
         connect(popup, &BookmarkPopupModel::beep, this, [this] { log_ << "beep"; });
         connect(popup, &BookmarkPopupModel::closeRequested, this, [this] { log_ << "close"; });
@@ -74,16 +61,11 @@ class BookmarkPopupModelTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        dir_.reset();
-        desktop_ = FakeWorkspace();
+        popup_.reset();
+        t_.reset();
         log_.clear();
-        defaults_ = MemoryDefaults();
-        settings_ = std::make_unique<SettingsStore>(defaults_, SettingsStore::PlatformDefaults{});
-        settings_->setTerminalBundleID("xterm");
-        settings_->setEditorBundleID("code");
-        projects_ = std::make_unique<ProjectStore>(dir_.path("data"));
-        candidates_ = std::make_unique<AppCandidateStore>(desktop_, *settings_);
-        BookmarkOpener::install(desktop_, desktop_, desktop_, scheduler_);
+        t_.settings->setTerminalBundleID("xterm");
+        t_.settings->setEditorBundleID("code");
         desktop_.setDefault("x-scheme-handler/https",
                             desktop_.addApplication({"firefox", "Firefox", {"x-scheme-handler/https"},
                                                      {"firefox"}, "firefox", {}}));
@@ -95,12 +77,10 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder_ + "/.git"));
         writeFile(folder_ + "/.git/HEAD", "ref: refs/heads/main\n");
         writeFile(file_, "x");
-        projects_->set("Work", std::nullopt, kSpace);
-        project_ = projects_->projectForSpace(kSpace)->id;
         using Kind = Bookmark::Kind;
         for (const Bookmark& b : {bookmark(Kind::File, folder_, "Docs"), bookmark(Kind::Url, "https://example.com"),
                                   bookmark(Kind::File, file_, "Docs"), bookmark(Kind::File, "/nonexistent/x")})
-            QVERIFY(projects_->addBookmark(b, project_));
+            QVERIFY(t_.projects->addBookmark(b, t_.project));
         open();
     }
 
@@ -190,7 +170,7 @@ private Q_SLOTS:
     }
 
     void copyGivesTheExpandedPathAndTheBannerGoesAfterAMoment() {
-        projects_->addBookmark(bookmark(Bookmark::Kind::File, "~/somewhere"), project_);
+        t_.projects->addBookmark(bookmark(Bookmark::Kind::File, "~/somewhere"), t_.project);
         popup_->setSelection(2);
         popup_->copySelected();
         QCOMPARE(log_, QStringList{"copy " + QDir::homePath() + "/somewhere"});
@@ -211,7 +191,7 @@ private Q_SLOTS:
     }
 
     void removingWithoutConfirmation() {
-        settings_->setBookmarkConfirmDelete(false);
+        t_.settings->setBookmarkConfirmDelete(false);
         popup_->setSelection(3);
         popup_->handleKey(Qt::Key_Backspace, {});
         QCOMPARE(popup_->rows().size(), 3);
@@ -221,19 +201,19 @@ private Q_SLOTS:
     void scaleIsKeptPerDisplay() {
         popup_->handleKey(Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier);
         popup_->handleKey(Qt::Key_Equal, Qt::ControlModifier);
-        QCOMPARE(settings_->bookmarkPopupScale(kDisplay), 1.5);
-        QCOMPARE(settings_->bookmarkPopupScale(QStringLiteral("D2")), 1.0);
+        QCOMPARE(t_.settings->bookmarkPopupScale(kDisplay), 1.5);
+        QCOMPARE(t_.settings->bookmarkPopupScale(QStringLiteral("D2")), 1.0);
         QVERIFY(log_.isEmpty());
         popup_->handleKey(Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(log_, QStringList{"beep"});
     }
 
     void emptyStates() {
-        projects_->unassign(kSpace);
+        t_.projects->unassign(kSpace);
         QCOMPARE(popup_->emptyTitle(), QStringLiteral("No project"));
         QVERIFY(popup_->rows().isEmpty());
-        projects_->set("Empty", std::nullopt, "desktop-2");
-        BookmarkPopupModel other({*projects_, *settings_, *candidates_, scheduler_}, "desktop-2",
+        t_.projects->set("Empty", std::nullopt, "desktop-2");
+        BookmarkPopupModel other(t_.services(), "desktop-2",
                                  kDisplay, std::nullopt);
         QCOMPARE(other.emptyMessage(), QStringLiteral("No bookmarks yet. Add one with the buttons below."));
         QCOMPARE(other.selection(), -1);
@@ -248,11 +228,11 @@ private Q_SLOTS:
         QVERIFY(!asked.commit("  "));
         QVERIFY(asked.commit(" Later "));
         QCOMPARE(popup_->rows().last().bookmark.target, QStringLiteral("https://example.com"));
-        QCOMPARE(projects_->groupNames(project_), QStringList({"Docs", "Later"}));
+        QCOMPARE(t_.projects->groupNames(t_.project), QStringList({"Docs", "Later"}));
         popup_->promptRenameGroup("Docs");
         QCOMPARE(asked.initial, QStringLiteral("Docs"));
         QVERIFY(asked.commit(""));
-        QCOMPARE(projects_->groupNames(project_), QStringList({"Later"}));
+        QCOMPARE(t_.projects->groupNames(t_.project), QStringList({"Later"}));
         QCOMPARE(popup_->headerCount(), 1);
     }
 
@@ -285,19 +265,19 @@ private Q_SLOTS:
         QFETCH(int, bookmarks);
         const std::optional<Bookmark> editing =
             editFirst ? std::optional(popup_->rows()[0].bookmark) : std::nullopt;
-        BookmarkFormModel form(*projects_, *candidates_, project_, editing, std::nullopt);
+        BookmarkFormModel form(*t_.projects, *t_.candidates, t_.project, editing, std::nullopt);
         form.target = target.replace("{dir}", dir_.path());
         form.group = group;
         QCOMPARE(form.save(), result);
         QCOMPARE(form.duplicate(), result == SaveResult::Duplicate);
-        QCOMPARE(projects_->project(project_)->bookmarks.size(), bookmarks);
-        const QList<Bookmark> saved = projects_->project(project_)->bookmarks;
+        QCOMPARE(t_.projects->project(t_.project)->bookmarks.size(), bookmarks);
+        const QList<Bookmark> saved = t_.projects->project(t_.project)->bookmarks;
         QCOMPARE(std::count_if(saved.cbegin(), saved.cend(), [](const Bookmark& b) { return b.group.has_value(); }),
                  2);
     }
 
     void formPickerFollowsTheTarget() {
-        BookmarkFormModel form(*projects_, *candidates_, project_, std::nullopt, std::nullopt);
+        BookmarkFormModel form(*t_.projects, *t_.candidates, t_.project, std::nullopt, std::nullopt);
         QCOMPARE(form.appPicker(), BookmarkFormModel::AppPicker::None);
         form.target = "example.org";
         QCOMPARE(form.appPicker(), BookmarkFormModel::AppPicker::Browser);
