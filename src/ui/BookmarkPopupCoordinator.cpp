@@ -77,7 +77,12 @@ BookmarkPopupCoordinator::BookmarkPopupCoordinator(std::unique_ptr<BookmarkPopup
     connect(window_, &BookmarkPopupView::addFilesRequested, this, &BookmarkPopupCoordinator::addFiles);
 }
 
-BookmarkPopupCoordinator::~BookmarkPopupCoordinator() { delete window_; }
+BookmarkPopupCoordinator::~BookmarkPopupCoordinator() {
+    if (window_) {
+        window_->removeEventFilter(this);
+        delete window_;
+    }
+}
 
 BookmarkPopupView* BookmarkPopupCoordinator::window() const { return window_; }
 
