@@ -81,7 +81,8 @@ private Q_SLOTS:
         QTest::newRow("no host") << "/" << "file /" << "/";
         QTest::newRow("scheme with digits") << "svn+ssh://h/r" << "url svn+ssh://h/r" << "h/r";
         QTest::newRow("colon first") << ":8080" << "none" << "";
-        QTest::newRow("digit first") << "1a:b" << "url https://1a:b" << "";
+        QTest::newRow("digit first is no scheme") << "9gag.com:443" << "url https://9gag.com:443"
+                                                  << "9gag.com";
     }
     void typedEntriesAndTexts() {
         QFETCH(QString, typed);
@@ -170,7 +171,7 @@ private Q_SLOTS:
                                          << true << "open file://FOLDER with /apps/org.gnome.Nautilus.desktop";
         QTest::newRow("Chromium family") << "window" << web("https://a.b/q?x=\"y\"", "chromium")
                                          << "" << true
-                                         << "start /usr/bin/chromium --flag --new-window https://a.b/q?x=\"y\"";
+                                         << "start /usr/bin/chromium --flag --new-window https://a.b/q?x=%22y%22";
         QTest::newRow("Firefox family by default") << "window" << web("https://a.b") << "" << true
                                                    << "start /usr/bin/firefox-esr -new-window https://a.b";
         QTest::newRow("browser outside the tables") << "window" << web("https://a.b", "dillo") << ""
