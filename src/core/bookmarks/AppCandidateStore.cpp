@@ -2,9 +2,9 @@
 
 #include "core/app/Language.h"
 #include "core/bookmarks/Workspace.h"
+#include "core/model/NaturalOrder.h"
 #include "core/model/SettingsStore.h"
 
-#include <QCollator>
 #include <QSet>
 #include <QThread>
 
@@ -39,9 +39,7 @@ QList<App> apps(const Workspace& workspace, const QStringList& locations,
         taken.insert(id.toLower());
         result << appAt(workspace, location, id);
     }
-    QCollator collator;
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    const QCollator collator = naturalCollator();
     std::stable_sort(result.begin(), result.end(), [&](const App& a, const App& b) {
         return collator.compare(a.name, b.name) < 0;
     });
