@@ -6,6 +6,7 @@
 #include "core/model/AppFolders.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "core/bookmarks/AppCandidateStore.h"
+#include "core/bookmarks/BookmarkOpener.h"
 #include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
 
@@ -38,7 +39,10 @@ AppDelegate::AppDelegate(QObject* parent)
       settings_(settingsFile_, linuxDefaults(loginItem_)),
       projectStore_(AppFolders::dataFolder()),
       presetStore_(AppFolders::dataFolder()),
-      spaceStore_(windowServer_) {}
+      spaceStore_(windowServer_),
+      appCandidates_(std::make_unique<AppCandidateStore>(workspace_, settings_)) {
+    BookmarkOpener::install(workspace_, windowMover_, captureSource_, scheduler_);
+}
 
 AppDelegate::~AppDelegate() {
     delete nameEditor_;
@@ -50,6 +54,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildStatusItem();
     updateStatusTitle();
     setupHotKeys();
+    appCandidates_->refreshInBackground();
     recordSpaceHistory();
     installObservers();
     refreshCornerOverlay();

@@ -13,8 +13,11 @@
 #include "core/spaces/SpaceStore.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/GioWorkspace.h"
+#include "platform/linux/LinuxCaptureSource.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/X11WindowMover.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/QtCornerLabelWindows.h"
@@ -115,6 +118,11 @@ private:
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
+
+    // The bookmark opener's desktop services, the application candidates and the popup.
+    GioWorkspace workspace_;
+    X11WindowMover windowMover_;
+    LinuxCaptureSource captureSource_{workspace_};
     std::unique_ptr<AppCandidateStore> appCandidates_;
     std::unique_ptr<BookmarkPopupCoordinator> bookmarkPopup_;
 
