@@ -45,13 +45,7 @@ BookmarkPopupCoordinator::BookmarkPopupCoordinator(std::unique_ptr<BookmarkPopup
     connect(&popup, &BookmarkPopupModel::closeRequested, this, &BookmarkPopupCoordinator::close);
     connect(&popup, &BookmarkPopupModel::copyRequested, this,
             [](const QString& text) { QGuiApplication::clipboard()->setText(text); });
-    connect(&popup, &BookmarkPopupModel::scaleChanged, this, [this] {
-        // Resize once the key that asked for it has been handled.
-        QTimer::singleShot(0, this, [this] {
-            layOut();
-            keepInsideScreen();
-        });
-    });
+    connect(&popup, &BookmarkPopupModel::scaleChanged, this, &BookmarkPopupCoordinator::scheduleLayOut);
     connect(&popup, &BookmarkPopupModel::folderMenuRequested, this,
             &BookmarkPopupCoordinator::presentFolderAppMenu);
     connect(&popup, &BookmarkPopupModel::formRequested, this,
@@ -69,6 +63,8 @@ BookmarkPopupCoordinator::BookmarkPopupCoordinator(std::unique_ptr<BookmarkPopup
                 suppressAutoClose();
                 hooks_.presentDeleteConfirm(bookmark);
             });
+    connect(window_, &BookmarkPopupView::contentResized, this,
+            &BookmarkPopupCoordinator::scheduleLayOut);
     connect(window_, &BookmarkPopupView::pinnedChanged, this, [this](bool on) { pinned_ = on; });
     connect(window_, &BookmarkPopupView::headerMenuRequested, this,
             &BookmarkPopupCoordinator::showHeaderMenu);
@@ -100,6 +96,18 @@ void BookmarkPopupCoordinator::layOut() {
         window_->move(BookmarkPopupGeometry::topLeftAt(*anchor_, window_->size()).toPoint());
     else
         window_->move(QCursor::pos());
+}
+
+// Once the event that changed the content has been handled, and once for several changes.
+void BookmarkPopupCoordinator::scheduleLayOut() {
+    if (layOutPending_ || !window_->isVisible())
+        return;
+    layOutPending_ = true;
+    QTimer::singleShot(0, this, [this] {
+        layOutPending_ = false;
+        layOut();
+        keepInsideScreen();
+    });
 }
 
 void BookmarkPopupCoordinator::present() {
@@ -174,7 +182,7 @@ void BookmarkPopupCoordinator::presentFolderAppMenu(int row) {
             model_->openFolderWith(row, entry);
     });
     menu.setActiveAction(menu.actions().value(0));
-    runMenu(menu, window_->mapToGlobal(QPoint(window_->width() / 3, window_->height() / 3)));
+    runMenu(menu, window_->menuPosition(row));
 }
 
 void BookmarkPopupCoordinator::showHeaderMenu(const QString& group, const QPoint& globalPos) {

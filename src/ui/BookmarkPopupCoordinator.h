@@ -54,6 +54,7 @@ protected:
 
 private:
     void layOut();
+    void scheduleLayOut();
     void presentFolderAppMenu(int row);
     void showHeaderMenu(const QString& group, const QPoint& globalPos);
     void showRowMenu(int row, const QPoint& globalPos);
@@ -69,6 +70,7 @@ private:
     bool pinned_ = false;
     bool suppressAutoClose_ = false;
     bool closing_ = false;
+    bool layOutPending_ = false;
 };
 
 } // namespace deskmark

@@ -134,7 +134,7 @@ BookmarkPopupView::BookmarkPopupView(BookmarkPopupModel& model, SettingsStore& s
     connect(&model_, &BookmarkPopupModel::bannerChanged, this, &BookmarkPopupView::renderBanner);
     connect(&settings_, &SettingsStore::bookmarkHintVisibleChanged, this, [this] {
         renderHints();
-        layOut(width_, maxListHeight_);
+        Q_EMIT contentResized();
     });
     applyScale();
     renderList();
@@ -142,6 +142,11 @@ BookmarkPopupView::BookmarkPopupView(BookmarkPopupModel& model, SettingsStore& s
 }
 
 bool BookmarkPopupView::pinned() const { return pin_->isChecked(); }
+
+QPoint BookmarkPopupView::menuPosition(int row) const {
+    const QRect rect = list_->visualRect(listModel_->index(listModel_->entryOfRow(row)));
+    return list_->viewport()->mapToGlobal(rect.bottomLeft() + QPoint(rect.height(), 0));
+}
 
 void BookmarkPopupView::applyScale() {
     const double s = model_.scale();
@@ -155,8 +160,6 @@ void BookmarkPopupView::applyScale() {
 }
 
 void BookmarkPopupView::layOut(double width, double maxListHeight) {
-    width_ = width;
-    maxListHeight_ = maxListHeight;
     applyScale();
     const BookmarkRowDelegate::Look look = delegate_->look();
     const double listHeight = BookmarkPopupGeometry::listHeight(
@@ -179,8 +182,6 @@ void BookmarkPopupView::renderList() {
     emptyMessage_->setText(model_.emptyMessage());
     emptyMessage_->setVisible(empty);
     renderSelection();
-    if (isVisible())
-        layOut(width_, maxListHeight_);
 }
 
 void BookmarkPopupView::renderSelection() {
@@ -189,6 +190,7 @@ void BookmarkPopupView::renderSelection() {
         list_->scrollTo(listModel_->index(entry), QAbstractItemView::EnsureVisible);
     list_->viewport()->update();
     renderHints();
+    Q_EMIT contentResized();
 }
 
 void BookmarkPopupView::renderBanner() {
@@ -196,6 +198,7 @@ void BookmarkPopupView::renderBanner() {
     banner_->setVisible(banner.has_value());
     if (banner)
         banner_->setText((banner->copied ? QStringLiteral("📋 ") : QStringLiteral("⚠ ")) + banner->text);
+    Q_EMIT contentResized();
 }
 
 void BookmarkPopupView::renderHints() {
@@ -210,9 +213,9 @@ void BookmarkPopupView::renderHints() {
     for (const BookmarkHint& hint : model_.hints()) {
         const QString text = hint.text.toHtmlEscaped();
         parts << (hint.keys.isEmpty()
-                      ? QStringLiteral("<b>%1</b>").arg(text)
-                      : QStringLiteral("<span style='background-color:%1;'>&nbsp;%2&nbsp;</span>"
-                                       "&nbsp;%3")
+                      ? QStringLiteral("<nobr><b>%1</b></nobr>").arg(text)
+                      : QStringLiteral("<nobr><span style='background-color:%1;'>&nbsp;%2&nbsp;</span>"
+                                       "&nbsp;%3</nobr>")
                             .arg(badge, hint.keys.toHtmlEscaped(), text));
     }
     hints_->setText(parts.join(QStringLiteral("&nbsp;&nbsp;&nbsp; ")));

@@ -30,12 +30,16 @@ public:
     void layOut(double width, double maxListHeight);
     bool pinned() const;
     bool dropTargeted() const { return dropTargeted_; }
+    // Where a menu for the row opens: below its label, in global coordinates.
+    QPoint menuPosition(int row) const;
 
 Q_SIGNALS:
     void headerMenuRequested(const QString& group, const QPoint& globalPos);
     void rowMenuRequested(int row, const QPoint& globalPos);
     void addFilesRequested();
     void pinnedChanged(bool pinned);
+    // The rows, the banner or the hints changed: the popup needs laying out again.
+    void contentResized();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -66,8 +70,6 @@ private:
     QLabel* hints_;
     QPushButton* hintToggle_;
     QToolButton* pin_;
-    double width_ = 720;
-    double maxListHeight_ = 320;
     bool dropTargeted_ = false;
 };
 
