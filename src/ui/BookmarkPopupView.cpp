@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 namespace deskmark {
@@ -261,6 +262,23 @@ void BookmarkPopupView::paintEvent(QPaintEvent*) {
 
 bool BookmarkPopupView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == list_->viewport()) {
+        if (event->type() == QEvent::ToolTip) {
+            auto* help = static_cast<QHelpEvent*>(event);
+            const QModelIndex index = list_->indexAt(help->pos());
+            const QRect rect = list_->visualRect(index);
+            if (index.data(BookmarkListModel::IsHeaderRole).toBool()) {
+                const bool up = delegate_->headerButton(rect, true).contains(help->pos());
+                if (up || delegate_->headerButton(rect, false).contains(help->pos())) {
+                    QToolTip::showText(help->globalPos(),
+                                       up ? localized("グループを上へ移動（Shift+Alt+↑）",
+                                                      "Move Group Up (Shift+Alt+↑)")
+                                          : localized("グループを下へ移動（Shift+Alt+↓）",
+                                                      "Move Group Down (Shift+Alt+↓)"),
+                                       list_->viewport());
+                    return true;
+                }
+            }
+        }
         if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
             auto* mouse = static_cast<QMouseEvent*>(event);
             listClicked(mouse->position().toPoint(), mouse->button(),
@@ -277,8 +295,14 @@ void BookmarkPopupView::listClicked(const QPoint& pos, Qt::MouseButton button, b
         return;
     const QPoint global = list_->viewport()->mapToGlobal(pos);
     if (index.data(BookmarkListModel::IsHeaderRole).toBool()) {
+        const QString group = index.data(BookmarkListModel::GroupRole).toString();
+        const QRect rect = list_->visualRect(index);
         if (button == Qt::RightButton)
-            Q_EMIT headerMenuRequested(index.data(BookmarkListModel::GroupRole).toString(), global);
+            Q_EMIT headerMenuRequested(group, global);
+        else if (delegate_->headerButton(rect, true).contains(pos))
+            model_.moveGroup(group, true);
+        else if (delegate_->headerButton(rect, false).contains(pos))
+            model_.moveGroup(group, false);
         return;
     }
     const int row = index.data(BookmarkListModel::RowIndexRole).toInt();

@@ -56,6 +56,12 @@ void BookmarkRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     painter->restore();
 }
 
+QRect BookmarkRowDelegate::headerButton(const QRect& header, bool up) const {
+    const int size = header.height();
+    const int right = header.right() - qRound(kMargin * look_.scale) - (up ? size : 0);
+    return {right - size + 1, header.top(), size, size};
+}
+
 void BookmarkRowDelegate::paintHeader(QPainter* painter, const QRect& rect, const QString& name,
                                       const QPalette& palette) const {
     const double s = look_.scale;
@@ -63,6 +69,10 @@ void BookmarkRowDelegate::paintHeader(QPainter* painter, const QRect& rect, cons
     painter->setPen(palette.color(QPalette::PlaceholderText));
     const QRect text = rect.adjusted(qRound(kMargin * s), qRound(6 * s), -qRound(kMargin * s), 0);
     painter->drawText(text, Qt::AlignLeft | Qt::AlignVCenter, name.toUpper());
+    painter->drawText(headerButton(rect, true).adjusted(0, qRound(6 * s), 0, 0), Qt::AlignCenter,
+                      QStringLiteral("▲"));
+    painter->drawText(headerButton(rect, false).adjusted(0, qRound(6 * s), 0, 0), Qt::AlignCenter,
+                      QStringLiteral("▼"));
 }
 
 const QIcon& BookmarkRowDelegate::iconFor(int row) const {

@@ -26,6 +26,9 @@ public:
     // The application font at `pixels` × scale.
     static QFont scaledFont(double pixels, double scale, bool bold = false);
 
+    // A group header's move-up or move-down button, inside the header's rect.
+    QRect headerButton(const QRect& header, bool up) const;
+
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;

@@ -170,9 +170,14 @@ private Q_SLOTS:
                      .match(QString::fromUtf8(settings)).hasMatch(),
                  settings.constData());
 
-        // The hot key again closes it.
+        // The hot key again closes it; so does moving to another desktop.
         key("alt+super+b");
         QTRY_VERIFY_WITH_TIMEOUT(window("Bookmarks").isEmpty(), 5000);
+        key("alt+super+b");
+        QTRY_VERIFY_WITH_TIMEOUT(!window("Bookmarks").isEmpty(), 5000);
+        QCOMPARE(QProcess::execute("wmctrl", {"-s", "1"}), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(window("Bookmarks").isEmpty(), 5000);
+        QCOMPARE(QProcess::execute("wmctrl", {"-s", "0"}), 0);
         QVERIFY(agent.isRunning());
     }
 };

@@ -8,9 +8,12 @@
 #include "ui/BookmarkTargetTextView.h"
 #include "ui/GroupNameView.h"
 
+#include <QApplication>
+#include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMimeData>
 #include <QPointer>
 #include <QTest>
 
@@ -58,6 +61,26 @@ private Q_SLOTS:
         QCOMPARE(many->window()->windowTitle(), QStringLiteral("Bookmarks"));
         // The list stops at its maximum and scrolls.
         QVERIFY(many->window()->findChild<QListView*>()->height() < many->window()->height());
+    }
+
+    // Files and folders dragged in from a file manager become file bookmarks, one each.
+    void droppedFilesAreAdded() {
+        auto shown = popup();
+        shown->present();
+        BookmarkPopupView* view = shown->window();
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(t_.dir.path()), QUrl::fromLocalFile("/etc/hostname"),
+                      QUrl("https://example.com")});
+        QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view, &enter);
+        QVERIFY(enter.isAccepted() && view->dropTargeted());
+        QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view, &drop);
+        QVERIFY(!view->dropTargeted());
+        QStringList targets;
+        for (const BookmarkPopupModel::Row& row : shown->model().rows())
+            targets << row.bookmark.target;
+        QCOMPARE(targets, QStringList({t_.dir.path(), "/etc/hostname"}));
     }
 
     void returnInTheTargetSavesAndADuplicateKeepsTheFormOpen() {
