@@ -19,6 +19,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -100,6 +101,8 @@ private Q_SLOTS:
         qputenv("XDG_CONFIG_HOME", config.toUtf8());
         qputenv("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
         qputenv("XDG_CURRENT_DESKTOP", "Deskmark-test");
+        // Browsers keep their profile, the session its settings, in this home.
+        qputenv("HOME", root_.filePath("home").toUtf8());
         const QString fake = QStringLiteral(FAKE_DESKTOP_APP);
         write(apps + "/fake-editor.desktop",
               entry("Fake Editor 10", fake + " --editor %F", "MimeType=inode/directory;text/plain;"));
@@ -122,7 +125,9 @@ private Q_SLOTS:
         write(config + "/xdg-terminals.list", "# the user's terminal\nfake-term.desktop\n");
         QCOMPARE(QProcess::execute("update-desktop-database", {apps}), 0);
         // The bus was started before the X session: services it starts need its display.
-        QCOMPARE(QProcess::execute("dbus-update-activation-environment", {"DISPLAY"}), 0);
+        QCOMPARE(QProcess::execute("dbus-update-activation-environment",
+                                   {"DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}),
+                 0);
 
         workspace_ = std::make_unique<GioWorkspace>();
         mover_ = std::make_unique<X11WindowMover>();
@@ -277,6 +282,63 @@ private Q_SLOTS:
                 kTimeout);
             QTRY_COMPARE_WITH_TIMEOUT(x11_.frame(*window)->left(), 1280, kTimeout);
         }
+    }
+
+    // Runs when firefox-esr is installed: its new window moves to the right monitor, and its
+    // tab is captured over the accessibility bus.
+    void firefoxCaptureAndMove() {
+        if (QStandardPaths::findExecutable("firefox-esr").isEmpty())
+            QSKIP("firefox-esr is not installed (apt-get install firefox-esr runs this test)");
+        if (!qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
+            QSKIP("the bare session bus offers no accessibility bus");
+        // The first capture attempt switches the session's accessibility on, so that the
+        // browser started next answers on the accessibility bus.
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression("アクセシビリティを有効にしました"));
+        QCOMPARE(BookmarkOpener::captureFrontmost(RunningApp{"firefox-esr", "Firefox ESR", 0, 0, false})
+                     .kind,
+                 CaptureResult::Kind::Failed);
+        const QString page = root_.filePath("page.html");
+        write(page, "<html><head><title>Deskmark Test Page</title></head><body>x</body></html>");
+        const QString address = QUrl::fromLocalFile(page).toString();
+        const QList<quint32> before = x11_.clientList();
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(BookmarkOpener::openURLInNewWindow(
+            bookmark(Bookmark::Kind::Url, address, QStringLiteral("firefox-esr")), kRight));
+        const std::optional<quint32> window = newWindow("firefox-esr", before);
+        QVERIFY(window);
+        qInfo("Firefox window after %lld ms", clock.elapsed());
+        QTRY_VERIFY_WITH_TIMEOUT(x11_.frame(*window)->center().x() > 1280, kTimeout);
+        qInfo("Firefox window on the right monitor after %lld ms", clock.elapsed());
+
+        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
+        std::optional<RunningApp> app;
+        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
+                                 kTimeout);
+        QCOMPARE(app->bundleID, "firefox-esr");
+        CaptureResult captured;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            (captured = BookmarkOpener::captureFrontmost(app)).kind == CaptureResult::Kind::Bookmark,
+            kTimeout);
+        clock.restart();
+        captured = BookmarkOpener::captureFrontmost(app);
+        qInfo("Firefox capture: %lld ms", clock.elapsed());
+        QCOMPARE(captured.bookmark->target, address);
+        QCOMPARE(captured.bookmark->label, "Deskmark Test Page");
+
+        // Running now: the window comes from the first process, found among the new ones.
+        QProcess::execute("xdotool", {"windowmove", QString::number(*window), "0", "40"});
+        const QList<quint32> running = x11_.clientList();
+        clock.restart();
+        QVERIFY(BookmarkOpener::openURLInNewWindow(
+            bookmark(Bookmark::Kind::Url, address, QStringLiteral("firefox-esr")), kRight));
+        const std::optional<quint32> second = newWindow("firefox-esr", running);
+        QVERIFY(second);
+        QTRY_VERIFY_WITH_TIMEOUT(x11_.frame(*second)->center().x() > 1280, kTimeout);
+        qInfo("second Firefox window on the right monitor after %lld ms", clock.elapsed());
+        if (!qEnvironmentVariableIsEmpty("DESKMARK_SHOT"))
+            QProcess::execute("import", {"-window", "root", qEnvironmentVariable("DESKMARK_SHOT")});
     }
 };
 
