@@ -3,6 +3,7 @@
 #include "core/app/Language.h"
 #include "core/app/PresetMenuModel.h"
 #include "core/app/StatusTitle.h"
+#include "core/bookmarks/BookmarkOpener.h"
 #include "core/model/AppFolders.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "ui/NameEditorWindow.h"
@@ -21,9 +22,19 @@ namespace {
 constexpr auto kMenuBarCheckInterval = 300ms;
 constexpr auto kScreenSettleDelay = 350ms;
 
-SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem) {
+// The session's default terminal and the first known editor installed.
+SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem,
+                                              const Workspace& workspace) {
     SettingsStore::PlatformDefaults defaults;
-    defaults.terminalBundleID = QStringLiteral("org.gnome.Terminal");
+    if (const std::optional<QString> terminal = workspace.defaultTerminal())
+        defaults.terminalBundleID = workspace.applicationID(*terminal);
+    defaults.firstInstalledEditor = [&workspace] {
+        for (const CandidateApp& editor : BookmarkOpener::editorTable()) {
+            if (workspace.applicationLocation(editor.bundleID))
+                return editor.bundleID;
+        }
+        return QString();
+    };
     defaults.launchAtLogin = loginItem.isEnabled();
     return defaults;
 }
@@ -33,10 +44,12 @@ AppDelegate::AppDelegate(QObject* parent)
     : QObject(parent),
       settingsFile_(AppFolders::configFolder() + QStringLiteral("/settings.json")),
       loginItem_(AppFolders::autostartFolder(), QCoreApplication::applicationFilePath()),
-      settings_(settingsFile_, linuxDefaults(loginItem_)),
+      settings_(settingsFile_, linuxDefaults(loginItem_, workspace_)),
       projectStore_(AppFolders::dataFolder()),
       presetStore_(AppFolders::dataFolder()),
-      spaceStore_(windowServer_) {}
+      spaceStore_(windowServer_) {
+    BookmarkOpener::install(workspace_, windowMover_, captureSource_, scheduler_);
+}
 
 AppDelegate::~AppDelegate() { delete nameEditor_; }
 
@@ -45,6 +58,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildStatusItem();
     updateStatusTitle();
     setupHotKeys();
+    appCandidates_.refreshInBackground();
     recordSpaceHistory();
     installObservers();
     refreshCornerOverlay();
