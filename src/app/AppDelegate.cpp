@@ -4,6 +4,7 @@
 #include "core/app/PresetMenuModel.h"
 #include "core/app/StatusTitle.h"
 #include "core/bookmarks/BookmarkOpener.h"
+#include "platform/linux/GioWorkspace.h"
 #include "core/model/AppFolders.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "ui/NameEditorWindow.h"
@@ -23,14 +24,15 @@ constexpr auto kMenuBarCheckInterval = 300ms;
 constexpr auto kScreenSettleDelay = 350ms;
 
 // The session's default terminal and the first known editor installed.
-SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem,
-                                              const Workspace& workspace) {
+SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem) {
     SettingsStore::PlatformDefaults defaults;
-    if (const std::optional<QString> terminal = workspace.defaultTerminal())
-        defaults.terminalBundleID = workspace.applicationID(*terminal);
-    defaults.firstInstalledEditor = [&workspace] {
+    const GioWorkspace desktop;
+    if (const std::optional<QString> terminal = desktop.defaultTerminal())
+        defaults.terminalBundleID = desktop.applicationID(*terminal);
+    defaults.firstInstalledEditor = [] {
+        const GioWorkspace desktop;
         for (const CandidateApp& editor : BookmarkOpener::editorTable()) {
-            if (workspace.applicationLocation(editor.bundleID))
+            if (desktop.applicationLocation(editor.bundleID))
                 return editor.bundleID;
         }
         return QString();
@@ -44,12 +46,10 @@ AppDelegate::AppDelegate(QObject* parent)
     : QObject(parent),
       settingsFile_(AppFolders::configFolder() + QStringLiteral("/settings.json")),
       loginItem_(AppFolders::autostartFolder(), QCoreApplication::applicationFilePath()),
-      settings_(settingsFile_, linuxDefaults(loginItem_, workspace_)),
+      settings_(settingsFile_, linuxDefaults(loginItem_)),
       projectStore_(AppFolders::dataFolder()),
       presetStore_(AppFolders::dataFolder()),
-      spaceStore_(windowServer_) {
-    BookmarkOpener::install(workspace_, windowMover_, captureSource_, scheduler_);
-}
+      spaceStore_(windowServer_) {}
 
 AppDelegate::~AppDelegate() { delete nameEditor_; }
 
@@ -58,7 +58,6 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildStatusItem();
     updateStatusTitle();
     setupHotKeys();
-    appCandidates_.refreshInBackground();
     recordSpaceHistory();
     installObservers();
     refreshCornerOverlay();

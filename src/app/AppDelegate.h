@@ -4,7 +4,6 @@
 #include "core/app/HotKeyManager.h"
 #include "core/app/QtScheduler.h"
 #include "core/app/SpaceHistory.h"
-#include "core/bookmarks/AppCandidateStore.h"
 #include "core/model/PresetStore.h"
 #include "core/model/ProjectStore.h"
 #include "core/model/SettingsStore.h"
@@ -12,11 +11,8 @@
 #include "core/spaces/SpaceStore.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
-#include "platform/linux/GioWorkspace.h"
-#include "platform/linux/LinuxCaptureSource.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
-#include "platform/linux/X11WindowMover.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/QtCornerLabelWindows.h"
@@ -81,13 +77,7 @@ private:
     QtScheduler scheduler_;
     SettingsFile settingsFile_;
     AutostartLoginItem loginItem_;
-    // The desktop's applications, windows and capture sources, which the bookmark opener
-    // works through; the settings ask them for the default terminal and editor.
-    GioWorkspace workspace_;
-    X11WindowMover windowMover_;
-    LinuxCaptureSource captureSource_{workspace_};
     SettingsStore settings_;
-    AppCandidateStore appCandidates_{workspace_, settings_};
     ProjectStore projectStore_;
     PresetStore presetStore_;
     X11WindowServer windowServer_;
