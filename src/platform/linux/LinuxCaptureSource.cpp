@@ -129,8 +129,11 @@ std::optional<QString> LinuxCaptureSource::folderInTitle(const QString& title) {
             continue;
         if (start > 0 && !title[start - 1].isSpace() && title[start - 1] != u':')
             continue;
-        // The longest run from here that names an existing folder (a path may hold blanks).
+        // The longest run from here to a blank or the end that names an existing folder (a
+        // path may hold blanks, but does not stop inside a word).
         for (qsizetype end = title.size(); end > start; --end) {
+            if (end < title.size() && !title[end].isSpace())
+                continue;
             const QString path = expandTilde(title.mid(start, end - start).trimmed());
             if (path.startsWith(u'/') && QFileInfo(path).isDir())
                 return QDir::cleanPath(path);
