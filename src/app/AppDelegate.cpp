@@ -3,6 +3,8 @@
 #include "core/app/Language.h"
 #include "core/app/PresetMenuModel.h"
 #include "core/app/StatusTitle.h"
+#include "core/bookmarks/BookmarkOpener.h"
+#include "platform/linux/GioWorkspace.h"
 #include "core/model/AppFolders.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "core/bookmarks/AppCandidateStore.h"
@@ -24,9 +26,20 @@ namespace {
 constexpr auto kMenuBarCheckInterval = 300ms;
 constexpr auto kScreenSettleDelay = 350ms;
 
+// The session's default terminal and the first known editor installed.
 SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem) {
     SettingsStore::PlatformDefaults defaults;
-    defaults.terminalBundleID = QStringLiteral("org.gnome.Terminal");
+    const GioWorkspace desktop;
+    if (const std::optional<QString> terminal = desktop.defaultTerminal())
+        defaults.terminalBundleID = desktop.applicationID(*terminal);
+    defaults.firstInstalledEditor = [] {
+        const GioWorkspace desktop;
+        for (const CandidateApp& editor : BookmarkOpener::editorTable()) {
+            if (desktop.applicationLocation(editor.bundleID))
+                return editor.bundleID;
+        }
+        return QString();
+    };
     defaults.launchAtLogin = loginItem.isEnabled();
     return defaults;
 }

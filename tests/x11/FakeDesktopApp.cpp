@@ -14,12 +14,14 @@ int main(int argc, char** argv) {
     const QByteArray startupID = qgetenv("DESKTOP_STARTUP_ID");
     QApplication app(argc, argv);
     QStringList arguments = app.arguments().mid(1);
-    QFile log(qEnvironmentVariable("DESKMARK_FAKE_APP_LOG"));
-    if (log.open(QIODevice::Append)) {
-        const QJsonObject line{{"args", QJsonArray::fromStringList(arguments)},
-                               {"cwd", QDir::currentPath()},
-                               {"startupID", QString::fromUtf8(startupID)}};
-        log.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
+    {
+        QFile log(qEnvironmentVariable("DESKMARK_FAKE_APP_LOG"));
+        if (log.open(QIODevice::Append)) {
+            const QJsonObject line{{"args", QJsonArray::fromStringList(arguments)},
+                                   {"cwd", QDir::currentPath()},
+                                   {"startupID", QString::fromUtf8(startupID)}};
+            log.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
+        }
     }
     if (!arguments.contains("--window"))
         return 0;
