@@ -4,6 +4,7 @@
 #include "core/model/SettingsStore.h"
 #include "ui/ApplicationChooser.h"
 #include "ui/BookmarkPopupView.h"
+#include "ui/MenuIcons.h"
 #include "ui/QtScreenProvider.h"
 
 #include <QAction>
@@ -169,7 +170,7 @@ void BookmarkPopupCoordinator::runMenu(QMenu& menu, const QPoint& globalPos) {
 void BookmarkPopupCoordinator::presentFolderAppMenu(int row) {
     QMenu menu(window_);
     for (const BookmarkPopupModel::FolderApp& app : model_->folderApps()) {
-        QAction* action = menu.addAction(QIcon::fromTheme(app.iconName), app.name);
+        QAction* action = menu.addAction(MenuIcons::application(app.iconName), app.name);
         connect(action, &QAction::triggered, this,
                 [this, row, url = app.appURL] { model_->openFolderWith(row, url); });
     }
