@@ -3,9 +3,13 @@
 #include "core/app/Language.h"
 #include "core/app/PresetMenuModel.h"
 #include "core/app/StatusTitle.h"
+#include "core/bookmarks/AppCandidateStore.h"
+#include "core/bookmarks/BookmarkOpener.h"
 #include "core/model/AppFolders.h"
+#include "platform/linux/GioWorkspace.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "platform/linux/X11Compositor.h"
+#include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
 #include "ui/SpaceSwitcherPanel.h"
 
@@ -24,9 +28,20 @@ namespace {
 constexpr auto kMenuBarCheckInterval = 300ms;
 constexpr auto kScreenSettleDelay = 350ms;
 
+// The session's default terminal and the first known editor installed.
 SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem) {
     SettingsStore::PlatformDefaults defaults;
-    defaults.terminalBundleID = QStringLiteral("org.gnome.Terminal");
+    const GioWorkspace desktop;
+    if (const std::optional<QString> terminal = desktop.defaultTerminal())
+        defaults.terminalBundleID = desktop.applicationID(*terminal);
+    defaults.firstInstalledEditor = [] {
+        const GioWorkspace desktop;
+        for (const CandidateApp& editor : BookmarkOpener::editorTable()) {
+            if (desktop.applicationLocation(editor.bundleID))
+                return editor.bundleID;
+        }
+        return QString();
+    };
     defaults.launchAtLogin = loginItem.isEnabled();
     return defaults;
 }
@@ -39,11 +54,15 @@ AppDelegate::AppDelegate(QObject* parent)
       settings_(settingsFile_, linuxDefaults(loginItem_)),
       projectStore_(AppFolders::dataFolder()),
       presetStore_(AppFolders::dataFolder()),
-      spaceStore_(windowServer_) {}
+      spaceStore_(windowServer_),
+      appCandidates_(std::make_unique<AppCandidateStore>(workspace_, settings_)) {
+    BookmarkOpener::install(workspace_, windowMover_, captureSource_, scheduler_);
+}
 
 AppDelegate::~AppDelegate() {
     delete nameEditor_;
     delete switcherPanel_;
+    bookmarkPopup_.reset();
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -51,6 +70,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildStatusItem();
     updateStatusTitle();
     setupHotKeys();
+    appCandidates_->refreshInBackground();
     recordSpaceHistory();
     installObservers();
     refreshCornerOverlay();
@@ -58,6 +78,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::applicationWillTerminate() {
+    closeBookmarkWindow();
     for (const QMetaObject::Connection& connection : std::as_const(connections_))
         disconnect(connection);
     connections_.clear();
@@ -74,10 +95,13 @@ std::optional<QString> AppDelegate::statusItemDisplayUUID() const {
 }
 
 QScreen* AppDelegate::statusItemScreen() const {
-    const std::optional<QString> name = statusItem_ ? statusItem_->screenName() : std::nullopt;
-    for (QScreen* screen : QGuiApplication::screens()) {
-        if (name && screen->name() == *name)
-            return screen;
+    if (statusItem_) {
+        if (const std::optional<QString> name = statusItem_->screenName()) {
+            for (QScreen* screen : QGuiApplication::screens()) {
+                if (screen->name() == *name)
+                    return screen;
+            }
+        }
     }
     return QGuiApplication::primaryScreen();
 }
@@ -119,6 +143,7 @@ void AppDelegate::buildStatusItem() {
 
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
     connect(menu_->switcherAction(), &QAction::triggered, this, &AppDelegate::showSpaceSwitcher);
+    connect(menu_->bookmarkAction(), &QAction::triggered, this, &AppDelegate::showBookmarks);
     connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
     connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
     connect(menu_->aboutAction(), &QAction::triggered, this, &AppDelegate::showAbout);
@@ -166,6 +191,7 @@ void AppDelegate::activeSpaceDidChange() {
     recordSpaceHistory();
     updateStatusTitle();
     refreshCornerOverlay();
+    closeBookmarkWindow();
 }
 
 void AppDelegate::screenParametersDidChange() {

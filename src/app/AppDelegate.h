@@ -4,6 +4,8 @@
 #include "core/app/HotKeyManager.h"
 #include "core/app/QtScheduler.h"
 #include "core/app/SpaceHistory.h"
+#include "core/bookmarks/BookmarkPopupGeometry.h"
+#include "core/bookmarks/GroupNameRequest.h"
 #include "core/model/PresetStore.h"
 #include "core/model/ProjectStore.h"
 #include "core/model/SettingsStore.h"
@@ -15,8 +17,11 @@
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DBusInputSourceSwitcher.h"
+#include "platform/linux/GioWorkspace.h"
+#include "platform/linux/LinuxCaptureSource.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/X11WindowMover.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/QtCornerLabelWindows.h"
@@ -25,14 +30,20 @@
 #include "ui/StatusMenu.h"
 
 #include <QIcon>
+#include <QUuid>
 #include <QObject>
 #include <QPointer>
 
 #include <memory>
 #include <optional>
 
+class QDialog;
+class QScreen;
+
 namespace deskmark {
 
+class AppCandidateStore;
+class BookmarkPopupCoordinator;
 class NameEditorWindow;
 class SpaceSwitcherPanel;
 
@@ -60,6 +71,14 @@ public:
     // others; nothing when the display or the Space is gone.
     void switchSpace(const QString& spaceUUID, const QString& displayUUID);
 
+    // Where the bookmark popup opens: near the mouse on the screen of the panel item.
+    std::optional<BookmarkAnchor> bookmarkAnchor() const;
+    // The popup's form and dialogs; each shows above the popup, which stays open meanwhile.
+    void showBookmarkForm(const QUuid& projectID, const std::optional<Bookmark>& editing,
+                          const std::optional<Bookmark>& prefill);
+    void showGroupNameWindow(const GroupNameRequest& request);
+    void showBookmarkDeleteConfirm(const Bookmark& bookmark);
+
 public Q_SLOTS:
     // Opens the switcher panel on the screen of the panel item; while it is open, moves
     // its selection to the next tile instead.
@@ -68,10 +87,16 @@ public Q_SLOTS:
     // Opens the name and colour editor for the current Space of the active display,
     // replacing an editor that is open; does nothing when there is no current Space.
     void nameCurrent();
+    // Opens the bookmark popup of the current Space, or closes it when it is open.
+    void showBookmarks();
+    void closeBookmarkWindow();
 
 private:
     std::optional<QString> statusItemDisplayUUID() const;
+    // The screen that holds the panel item, else the primary one.
     QScreen* statusItemScreen() const;
+    // Shows a dialog of the popup above it; the popup resumes when the dialog closes.
+    void presentPopupDialog(QDialog* dialog);
     bool advanceOpenSwitcher();
     const QIcon& menuBarIcon();
     void buildStatusItem();
@@ -112,6 +137,13 @@ private:
     QPointer<NameEditorWindow> nameEditor_;
     QPointer<SpaceSwitcherPanel> switcherPanel_;
     DBusInputSourceSwitcher inputSource_;
+
+    // The bookmark opener's desktop services, the application candidates and the popup.
+    GioWorkspace workspace_;
+    X11WindowMover windowMover_;
+    LinuxCaptureSource captureSource_{workspace_};
+    std::unique_ptr<AppCandidateStore> appCandidates_;
+    std::unique_ptr<BookmarkPopupCoordinator> bookmarkPopup_;
 
     // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
     X11HotKeyRegistrar hotKeyRegistrar_;
