@@ -13,7 +13,6 @@
 #include "ui/QtScreenProvider.h"
 
 #include <QCursor>
-#include <QGuiApplication>
 #include <QScreen>
 
 namespace deskmark {
