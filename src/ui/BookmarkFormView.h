@@ -24,7 +24,6 @@ public:
     explicit BookmarkFormView(std::unique_ptr<BookmarkFormModel> model, QWidget* parent = nullptr);
     ~BookmarkFormView() override;
 
-    BookmarkFormModel& model() { return *model_; }
     void save();
 
 private:
