@@ -360,6 +360,42 @@ private Q_SLOTS:
         if (!qEnvironmentVariableIsEmpty("DESKMARK_SHOT"))
             QProcess::execute("import", {"-window", "root", qEnvironmentVariable("DESKMARK_SHOT")});
     }
+
+    // Runs when chromium is installed: its tab is captured over the accessibility bus when
+    // it runs with accessibility on.
+    void chromiumCapture() {
+        if (QStandardPaths::findExecutable("chromium").isEmpty())
+            QSKIP("chromium is not installed");
+        if (!qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
+            QSKIP("the bare session bus offers no accessibility bus");
+        const QString page = root_.filePath("chromium.html");
+        write(page, "<html><head><title>Chromium Page</title></head><body>x</body></html>");
+        const QList<quint32> before = x11_.clientList();
+        QProcess browser;
+        browser.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        browser.start("chromium", {"--no-sandbox", "--no-first-run", "--force-renderer-accessibility",
+                                   "--user-data-dir=" + root_.filePath("chromium"),
+                                   QUrl::fromLocalFile(page).toString()});
+        const std::optional<quint32> window = newWindow({"chromium"}, before);
+        QVERIFY(window);
+        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
+        std::optional<RunningApp> app;
+        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
+                                 kTimeout);
+        QCOMPARE(app->bundleID, "chromium");
+        CaptureResult captured;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            (captured = BookmarkOpener::captureFrontmost(app)).kind == CaptureResult::Kind::Bookmark,
+            kTimeout);
+        QElapsedTimer clock;
+        clock.start();
+        captured = BookmarkOpener::captureFrontmost(app);
+        qInfo("Chromium capture: %lld ms", clock.elapsed());
+        QCOMPARE(captured.bookmark->target, QUrl::fromLocalFile(page).toString());
+        QCOMPARE(captured.bookmark->label, "Chromium Page");
+        browser.terminate();
+        browser.waitForFinished();
+    }
 };
 
 int main(int argc, char** argv) {
