@@ -92,6 +92,15 @@ class BookmarkOpenerX11Test : public QObject {
         return found;
     }
 
+    // Makes the window the active one and returns its application as a capture sees it.
+    std::optional<RunningApp> activate(quint32 window) {
+        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(window)});
+        std::optional<RunningApp> app;
+        (void)QTest::qWaitFor(
+            [&] { return (app = BookmarkOpener::frontmostApp()) && app->window == window; }, kTimeout);
+        return app && app->window == window ? app : std::nullopt;
+    }
+
 private Q_SLOTS:
     void initTestCase() {
         QVERIFY(root_.isValid());
@@ -234,10 +243,8 @@ private Q_SLOTS:
         QVERIFY(records().isEmpty()); // no fallback
 
         // Its location bar gives the folder back to a capture.
-        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
-        std::optional<RunningApp> app;
-        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
-                                 kTimeout);
+        const std::optional<RunningApp> app = activate(*window);
+        QVERIFY(app);
         QVERIFY2(app->bundleID == "thunar" || app->bundleID == "org.gnome.Nautilus",
                  qPrintable(app->bundleID));
         QElapsedTimer clock;
@@ -257,10 +264,8 @@ private Q_SLOTS:
         QVERIFY(BookmarkOpener::openInTerminal(bookmark(Bookmark::Kind::File, folder), "debian-xterm"));
         const std::optional<quint32> window = newWindow({"xterm"}, before);
         QVERIFY(window);
-        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
-        std::optional<RunningApp> app;
-        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
-                                 kTimeout);
+        const std::optional<RunningApp> app = activate(*window);
+        QVERIFY(app);
         QCOMPARE(app->bundleID, "debian-xterm");
         QVERIFY(app->isTerminal);
         QElapsedTimer clock;
@@ -332,10 +337,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(x11_.frame(*window)->center().x() > 1280, kTimeout);
         qInfo("Firefox window on the right monitor after %lld ms", clock.elapsed());
 
-        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
-        std::optional<RunningApp> app;
-        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
-                                 kTimeout);
+        const std::optional<RunningApp> app = activate(*window);
+        QVERIFY(app);
         QCOMPARE(app->bundleID, "firefox-esr");
         CaptureResult captured;
         QTRY_VERIFY_WITH_TIMEOUT(
@@ -378,10 +381,8 @@ private Q_SLOTS:
                                    QUrl::fromLocalFile(page).toString()});
         const std::optional<quint32> window = newWindow({"chromium"}, before);
         QVERIFY(window);
-        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
-        std::optional<RunningApp> app;
-        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
-                                 kTimeout);
+        const std::optional<RunningApp> app = activate(*window);
+        QVERIFY(app);
         QCOMPARE(app->bundleID, "chromium");
         CaptureResult captured;
         QTRY_VERIFY_WITH_TIMEOUT(
