@@ -92,6 +92,12 @@ class BookmarkOpenerX11Test : public QObject {
         return found;
     }
 
+    // A web page with this title in the test folder; its file address.
+    QString writePage(const QString& file, const QString& title) {
+        write(root_.filePath(file),
+              "<html><head><title>" + title + "</title></head><body>x</body></html>");
+        return QUrl::fromLocalFile(root_.filePath(file)).toString();
+    }
     // Makes the window the active one and returns its application as a capture sees it.
     std::optional<RunningApp> activate(quint32 window) {
         QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(window)});
@@ -323,9 +329,7 @@ private Q_SLOTS:
             QSKIP("firefox-esr is not installed (apt-get install firefox-esr runs this test)");
         if (!qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
             QSKIP("the bare session bus offers no accessibility bus");
-        const QString page = root_.filePath("page.html");
-        write(page, "<html><head><title>Deskmark Test Page</title></head><body>x</body></html>");
-        const QString address = QUrl::fromLocalFile(page).toString();
+        const QString address = writePage("page.html", "Deskmark Test Page");
         const QList<quint32> before = x11_.clientList();
         QElapsedTimer clock;
         clock.start();
@@ -371,14 +375,13 @@ private Q_SLOTS:
             QSKIP("chromium is not installed");
         if (!qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
             QSKIP("the bare session bus offers no accessibility bus");
-        const QString page = root_.filePath("chromium.html");
-        write(page, "<html><head><title>Chromium Page</title></head><body>x</body></html>");
+        const QString address = writePage("chromium.html", "Chromium Page");
         const QList<quint32> before = x11_.clientList();
         QProcess browser;
         browser.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         browser.start("chromium", {"--no-sandbox", "--no-first-run", "--force-renderer-accessibility",
                                    "--user-data-dir=" + root_.filePath("chromium"),
-                                   QUrl::fromLocalFile(page).toString()});
+                                   address});
         const std::optional<quint32> window = newWindow({"chromium"}, before);
         QVERIFY(window);
         const std::optional<RunningApp> app = activate(*window);
@@ -392,7 +395,7 @@ private Q_SLOTS:
         clock.start();
         captured = BookmarkOpener::captureFrontmost(app);
         qInfo("Chromium capture: %lld ms", clock.elapsed());
-        QCOMPARE(captured.bookmark->target, QUrl::fromLocalFile(page).toString());
+        QCOMPARE(captured.bookmark->target, address);
         QCOMPARE(captured.bookmark->label, "Chromium Page");
         browser.terminate();
         browser.waitForFinished();
