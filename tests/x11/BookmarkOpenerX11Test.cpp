@@ -143,9 +143,10 @@ private Q_SLOTS:
         write(config + "/xdg-terminals.list", "# the user's terminal\nfake-term.desktop\n");
         QCOMPARE(QProcess::execute("update-desktop-database", {apps}), 0);
         // The bus was started before the X session: services it starts need its display.
-        QCOMPARE(QProcess::execute("dbus-update-activation-environment",
-                                   {"DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}),
-                 0);
+        if (!qEnvironmentVariableIsEmpty("DISPLAY"))
+            QCOMPARE(QProcess::execute("dbus-update-activation-environment",
+                                       {"DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}),
+                     0);
 
         workspace_ = std::make_unique<GioWorkspace>();
         mover_ = std::make_unique<X11WindowMover>();
