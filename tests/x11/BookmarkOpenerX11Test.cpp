@@ -206,13 +206,18 @@ private Q_SLOTS:
         write(folder + "/notes.txt", "x");
         const Bookmark file = bookmark(Bookmark::Kind::File, folder + "/notes.txt");
         // An uninstalled terminal falls back to the session's default terminal.
+        QElapsedTimer clock;
+        clock.start();
         QVERIFY(BookmarkOpener::openInTerminal(file, "no-such-terminal"));
+        qInfo("terminal handed over in %lld ms", clock.elapsed());
         QTRY_COMPARE_WITH_TIMEOUT(records().size(), 1, kTimeout);
         QCOMPARE(records()[0]["args"].toArray(), QJsonArray({"--terminal"}));
         QCOMPARE(records()[0]["cwd"].toString(), folder);
         QVERIFY(records()[0]["startupID"].toString().startsWith("deskmark-"));
 
+        clock.restart();
         QVERIFY(BookmarkOpener::openInEditor(file, "fake-editor"));
+        qInfo("editor handed over in %lld ms", clock.elapsed());
         QTRY_COMPARE_WITH_TIMEOUT(records().size(), 2, kTimeout);
         QCOMPARE(records()[1]["args"].toArray(), QJsonArray({"--editor", folder + "/notes.txt"}));
         QVERIFY(records()[1]["startupID"].toString().startsWith("deskmark-"));
