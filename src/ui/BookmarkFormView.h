@@ -27,6 +27,7 @@ public:
     void save();
 
 private:
+    void fitHeight();
     void refreshAppOptions();
     void chooseOtherApp();
     void renderGroups();
