@@ -91,6 +91,7 @@ BookmarkFormView::BookmarkFormView(std::unique_ptr<BookmarkFormModel> model, QWi
         newGroup_->setVisible(model_->group == BookmarkFormModel::newGroupTag);
         if (newGroup_->isVisible())
             newGroup_->setFocus();
+        fitHeight();
     });
     connect(app_, &QComboBox::activated, this, [this] {
         const QString tag = app_->currentData().toString();
@@ -102,6 +103,12 @@ BookmarkFormView::BookmarkFormView(std::unique_ptr<BookmarkFormModel> model, QWi
     renderGroups();
     refreshAppOptions();
     target_->setFocus();
+}
+
+// The wrapped captions need a height that depends on the fixed width.
+void BookmarkFormView::fitHeight() {
+    layout()->activate();
+    resize(width(), layout()->totalHeightForWidth(width()));
 }
 
 BookmarkFormView::~BookmarkFormView() = default;
@@ -130,6 +137,7 @@ void BookmarkFormView::refreshAppOptions() {
     for (const BookmarkFormModel::Option& option : options)
         app_->addItem(option.title, option.tag);
     app_->setCurrentIndex(std::max(0, app_->findData(model_->appBundleID)));
+    fitHeight();
 }
 
 void BookmarkFormView::chooseOtherApp() {
@@ -146,6 +154,7 @@ void BookmarkFormView::save() {
         break;
     case BookmarkFormModel::SaveResult::Duplicate:
         duplicate_->setVisible(true);
+        fitHeight();
         break;
     case BookmarkFormModel::SaveResult::Invalid:
         QApplication::beep();

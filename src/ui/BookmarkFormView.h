@@ -24,10 +24,10 @@ public:
     explicit BookmarkFormView(std::unique_ptr<BookmarkFormModel> model, QWidget* parent = nullptr);
     ~BookmarkFormView() override;
 
-    BookmarkFormModel& model() { return *model_; }
     void save();
 
 private:
+    void fitHeight();
     void refreshAppOptions();
     void chooseOtherApp();
     void renderGroups();

@@ -26,7 +26,6 @@ public:
 
     // The list position of a bookmark row.
     int entryOfRow(int row) const;
-    const BookmarkPopupModel& popup() const { return popup_; }
 
 private:
     BookmarkPopupModel& popup_;

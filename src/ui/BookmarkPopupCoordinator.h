@@ -38,7 +38,6 @@ public:
 
     BookmarkPopupView* window() const;
     BookmarkPopupModel& model() { return *model_; }
-    bool pinned() const { return pinned_; }
 
     // Lays the window out, places it at the anchor, and gives it the keyboard.
     void present();

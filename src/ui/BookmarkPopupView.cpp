@@ -142,8 +142,6 @@ BookmarkPopupView::BookmarkPopupView(BookmarkPopupModel& model, SettingsStore& s
     renderBanner();
 }
 
-bool BookmarkPopupView::pinned() const { return pin_->isChecked(); }
-
 QPoint BookmarkPopupView::menuPosition(int row) const {
     const QRect rect = list_->visualRect(listModel_->index(listModel_->entryOfRow(row)));
     return list_->viewport()->mapToGlobal(rect.bottomLeft() + QPoint(rect.height(), 0));

@@ -25,10 +25,8 @@ public:
     BookmarkPopupView(BookmarkPopupModel& model, SettingsStore& settings,
                       QWidget* parent = nullptr);
 
-    BookmarkPopupModel& model() { return model_; }
     // Lays the popup out for `width` and a list at most `maxListHeight` tall.
     void layOut(double width, double maxListHeight);
-    bool pinned() const;
     bool dropTargeted() const { return dropTargeted_; }
     // Where a menu for the row opens: below its label, in global coordinates.
     QPoint menuPosition(int row) const;

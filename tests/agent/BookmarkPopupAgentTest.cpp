@@ -9,11 +9,12 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWidget>
 
 using namespace deskmark;
 
@@ -132,7 +133,7 @@ private Q_SLOTS:
         key("Right");
         QTRY_VERIFY_WITH_TIMEOUT(read(log).contains("terminal " + folder.toUtf8()), 5000);
         key("Left");
-        QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(), folder, 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::clipboard()->text(), folder, 5000);
 
         // Alt+N adds a typed address; the same address again is refused and the form stays.
         key("alt+n");
@@ -178,6 +179,16 @@ private Q_SLOTS:
         QCOMPARE(QProcess::execute("wmctrl", {"-s", "1"}), 0);
         QTRY_VERIFY_WITH_TIMEOUT(window("Bookmarks").isEmpty(), 5000);
         QCOMPARE(QProcess::execute("wmctrl", {"-s", "0"}), 0);
+
+        // Another window taking the keyboard closes it too.
+        key("alt+super+b");
+        QTRY_VERIFY_WITH_TIMEOUT(!window("Bookmarks").isEmpty(), 5000);
+        QWidget other;
+        other.setWindowTitle("Other");
+        other.resize(200, 100);
+        other.show();
+        other.activateWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(window("Bookmarks").isEmpty(), 5000);
         QVERIFY(agent.isRunning());
     }
 };

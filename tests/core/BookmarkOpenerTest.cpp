@@ -205,6 +205,30 @@ private Q_SLOTS:
         QCOMPARE(desk_.calls.join('\n'), local(calls));
     }
 
+    void installedTables() {
+        FakeWorkspace desk;
+        desk.addApplication({"org.gnome.Terminal", "Terminal", {}, {}, {}, {}});
+        desk.addApplication({"kitty", "kitty", {}, {}, {}, {}});
+        const QString own = desk.addApplication({"my-term", "My Terminal", {}, {}, {}, {}});
+        desk.addApplication({"codium", "VSCodium", {}, {}, {}, {}});
+        desk.addApplication({"org.kde.kate", "Kate", {}, {}, {}, {}});
+        BookmarkOpener::install(desk, desk, desk, scheduler_);
+        auto ids = [](const QList<CandidateApp>& apps) {
+            QStringList result;
+            for (const CandidateApp& app : apps)
+                result << app.name + '/' + app.bundleID;
+            return result.join(' ');
+        };
+        QCOMPARE(ids(BookmarkOpener::installedEditors()), "VSCodium/codium Kate/org.kde.kate");
+        QCOMPARE(ids(BookmarkOpener::installedTerminals()), "GNOME Terminal/org.gnome.Terminal kitty/kitty");
+        desk.setDefaultTerminal(own);
+        QCOMPARE(ids(BookmarkOpener::installedTerminals()),
+                 "My Terminal/my-term GNOME Terminal/org.gnome.Terminal kitty/kitty");
+        desk.setDefaultTerminal(desk.applicationLocation("kitty"));
+        QCOMPARE(ids(BookmarkOpener::installedTerminals()), "kitty/kitty GNOME Terminal/org.gnome.Terminal");
+        BookmarkOpener::install(desk_, desk_, desk_, scheduler_);
+    }
+
     void failedLaunchIsLogged() {
         desk_.addApplication({"opera", "Opera", {}, {"/usr/bin/missing"}, "opera", {}});
         QTest::ignoreMessage(QtWarningMsg, "Deskmark: missing の起動に失敗: No such file");

@@ -39,7 +39,6 @@ public:
                       std::optional<Bookmark> editing, std::optional<Bookmark> prefill);
 
     QString windowTitle() const;
-    bool isEditing() const { return editing_.has_value(); }
 
     // The fields. group is a group name, empty for none, or newGroupTag; appBundleID is an
     // application id, empty for the default one.

@@ -203,7 +203,17 @@ bool BookmarkOpener::openURLInNewWindow(const Bookmark& bookmark,
 
 QList<CandidateApp> BookmarkOpener::installedEditors() { return installed(editorTable()); }
 
-QList<CandidateApp> BookmarkOpener::installedTerminals() { return installed(terminalTable()); }
+QList<CandidateApp> BookmarkOpener::installedTerminals() {
+    // The session's default terminal leads, whether the table knows it or not.
+    QList<CandidateApp> terminals;
+    if (const std::optional<QString> location = workspace().defaultTerminal())
+        terminals << CandidateApp{appName(*location), workspace().applicationID(*location)};
+    for (const CandidateApp& terminal : installed(terminalTable())) {
+        if (terminals.isEmpty() || terminal.bundleID != terminals.first().bundleID)
+            terminals << terminal;
+    }
+    return terminals;
+}
 
 QString BookmarkOpener::appName(const QString& appURL) {
     return workspace().applicationName(appURL);

@@ -64,6 +64,8 @@ public:
     static std::optional<QUrl> normalizedURL(const QString& text);
     static bool hasScheme(const QString& text);
 
+    // The rows of the tables whose application is installed, in table order; the
+    // session's default terminal comes first among the terminals.
     static QList<CandidateApp> installedEditors();
     static QList<CandidateApp> installedTerminals();
 

@@ -80,7 +80,6 @@ public:
     QString emptyTitle() const;
     QString emptyMessage() const;
     double scale() const;
-    const std::optional<QString>& displayUUID() const { return displayUUID_; }
 
     // The key's action; false when the popup does not use the key.
     bool handleKey(int key, Qt::KeyboardModifiers modifiers);

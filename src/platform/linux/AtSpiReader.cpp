@@ -170,8 +170,8 @@ void walkShown(const Bus& bus, const Node& frame,
     }
 }
 
-// The selected tab's name and the shown document's address inside one window; a page's
-// content is never walked into.
+// The shown document's address and title (else the selected tab's name) inside one
+// window; a page's content is never walked into.
 std::optional<CaptureSource::Page> pageIn(const Bus& bus, const Node& frame) {
     QString tabName, address, documentName;
     walkShown(bus, frame, [&](const Node& node, const Facts& facts, bool& done) {
@@ -183,12 +183,13 @@ std::optional<CaptureSource::Page> pageIn(const Bus& bus, const Node& frame) {
             address = bus.documentAddress(node);
             documentName = bus.name(node);
         }
-        done = !tabName.isEmpty() && !address.isEmpty();
+        done = !address.isEmpty() && !(documentName.isEmpty() && tabName.isEmpty());
         return false;
     });
     if (address.isEmpty())
         return std::nullopt;
-    return CaptureSource::Page{address, tabName.isEmpty() ? documentName : tabName};
+    // The document's own title: Chromium adds its memory use to a tab's name.
+    return CaptureSource::Page{address, documentName.isEmpty() ? tabName : documentName};
 }
 
 // The first text field holding an existing folder's path; the folder's items are not

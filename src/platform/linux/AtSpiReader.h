@@ -15,7 +15,7 @@ namespace deskmark {
 class AtSpiReader {
 public:
     // A browser's selected tab: the address of the document it shows (its "DocURL"
-    // attribute) and the tab's name.
+    // attribute, "URI" in Chromium) and its title, else the tab's name.
     std::optional<CaptureSource::Page> selectedPage(qint64 pid, const QString& windowTitle);
     // A file manager's folder: the first text field that holds the path of a folder (its
     // location bar).
