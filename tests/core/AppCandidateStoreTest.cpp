@@ -1,5 +1,5 @@
-#include "core/app/Language.h"
 #include "core/bookmarks/AppCandidateStore.h"
+#include "core/app/Language.h"
 #include "core/model/SettingsStore.h"
 #include "platform/fake/FakeWorkspace.h"
 #include "platform/fake/MemoryDefaults.h"

@@ -1,6 +1,6 @@
+#include "core/bookmarks/BookmarkOpener.h"
 #include "core/StoreTestFiles.h"
 #include "core/app/Language.h"
-#include "core/bookmarks/BookmarkOpener.h"
 #include "platform/fake/FakeScheduler.h"
 #include "platform/fake/FakeWorkspace.h"
 
@@ -19,7 +19,9 @@ Bookmark bookmark(Bookmark::Kind kind, const QString& target, const QString& lab
 Bookmark web(const QString& target, std::optional<QString> app = std::nullopt) {
     return bookmark(Bookmark::Kind::Url, target, {}, std::move(app));
 }
-Bookmark path(const QString& target) { return bookmark(Bookmark::Kind::File, target); }
+Bookmark path(const QString& target) {
+    return bookmark(Bookmark::Kind::File, target);
+}
 
 // "url https://a", "file ~/x", or "none".
 QString describe(const std::optional<Bookmark>& b) {
@@ -45,16 +47,28 @@ class BookmarkOpenerTest : public QObject {
 private Q_SLOTS:
     void initTestCase() {
         Language::setJapanese(false);
-        chromium_ = desk_.addApplication({"chromium", "Chromium", {"x-scheme-handler/https"},
-                                          {"/usr/bin/chromium", "--flag"}, "chromium", {}});
-        firefox_ = desk_.addApplication({"firefox-esr", "Firefox ESR", {"x-scheme-handler/https"},
-                                         {"/usr/bin/firefox-esr"}, "firefox-esr", {}});
-        other_ = desk_.addApplication({"dillo", "Dillo", {"x-scheme-handler/https"},
-                                       {"/usr/bin/dillo"}, "dillo", {}});
+        chromium_ = desk_.addApplication({"chromium",
+                                          "Chromium",
+                                          {"x-scheme-handler/https"},
+                                          {"/usr/bin/chromium", "--flag"},
+                                          "chromium",
+                                          {}});
+        firefox_ = desk_.addApplication({"firefox-esr",
+                                         "Firefox ESR",
+                                         {"x-scheme-handler/https"},
+                                         {"/usr/bin/firefox-esr"},
+                                         "firefox-esr",
+                                         {}});
+        other_ = desk_.addApplication(
+            {"dillo", "Dillo", {"x-scheme-handler/https"}, {"/usr/bin/dillo"}, "dillo", {}});
         xterm_ = desk_.addApplication({"xterm", "XTerm", {}, {"xterm"}, "xterm", {}});
         code_ = desk_.addApplication({"code", "Code", {"inode/directory"}, {"code"}, "code", {}});
-        nautilus_ = desk_.addApplication({"org.gnome.Nautilus", "Files", {"inode/directory"},
-                                          {"nautilus"}, "org.gnome.Nautilus", {}});
+        nautilus_ = desk_.addApplication({"org.gnome.Nautilus",
+                                          "Files",
+                                          {"inode/directory"},
+                                          {"nautilus"},
+                                          "org.gnome.Nautilus",
+                                          {}});
         desk_.setDefault("x-scheme-handler/https", firefox_);
         desk_.setDefaultTerminal(xterm_);
         desk_.failToStart("/usr/bin/missing", "No such file");
@@ -69,19 +83,38 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("parsed");
         QTest::addColumn<QString>("label");
-        QTest::newRow("blanks") << " \n\t " << "none" << "";
-        QTest::newRow("tilde path kept") << " ~/src/a " << "file ~/src/a" << "a";
-        QTest::newRow("folder path") << "/usr/share/" << "file /usr/share/" << "share";
-        QTest::newRow("file address") << "file:///tmp/x%20y" << "file /tmp/x y" << "x y";
-        QTest::newRow("bare host") << "example.com/docs/" << "url https://example.com/docs/"
+        QTest::newRow("blanks") << " \n\t "
+                                << "none"
+                                << "";
+        QTest::newRow("tilde path kept") << " ~/src/a "
+                                         << "file ~/src/a"
+                                         << "a";
+        QTest::newRow("folder path") << "/usr/share/"
+                                     << "file /usr/share/"
+                                     << "share";
+        QTest::newRow("file address") << "file:///tmp/x%20y"
+                                      << "file /tmp/x y"
+                                      << "x y";
+        QTest::newRow("bare host") << "example.com/docs/"
+                                   << "url https://example.com/docs/"
                                    << "example.com/docs";
-        QTest::newRow("single word") << "intranet" << "url https://intranet" << "intranet";
-        QTest::newRow("host and port count as a scheme")
-            << "localhost:8080" << "url localhost:8080" << "localhost:8080";
-        QTest::newRow("no host") << "/" << "file /" << "/";
-        QTest::newRow("scheme with digits") << "svn+ssh://h/r" << "url svn+ssh://h/r" << "h/r";
-        QTest::newRow("colon first") << ":8080" << "none" << "";
-        QTest::newRow("digit first is no scheme") << "9gag.com:443" << "url https://9gag.com:443"
+        QTest::newRow("single word") << "intranet"
+                                     << "url https://intranet"
+                                     << "intranet";
+        QTest::newRow("host and port count as a scheme") << "localhost:8080"
+                                                         << "url localhost:8080"
+                                                         << "localhost:8080";
+        QTest::newRow("no host") << "/"
+                                 << "file /"
+                                 << "/";
+        QTest::newRow("scheme with digits") << "svn+ssh://h/r"
+                                            << "url svn+ssh://h/r"
+                                            << "h/r";
+        QTest::newRow("colon first") << ":8080"
+                                     << "none"
+                                     << "";
+        QTest::newRow("digit first is no scheme") << "9gag.com:443"
+                                                  << "url https://9gag.com:443"
                                                   << "9gag.com";
     }
     void typedEntriesAndTexts() {
@@ -114,8 +147,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("branch");
         QTest::newRow("branch") << "ref: refs/heads/feature/x\n" << false << "feature/x";
         QTest::newRow("other reference") << "ref: refs/remotes/o/m" << false << "refs/remotes/o/m";
-        QTest::newRow("detached") << "0123456789abcdef0123456789abcdef01234567\n" << false
-                                  << "0123456";
+        QTest::newRow("detached") << "0123456789abcdef0123456789abcdef01234567\n"
+                                  << false << "0123456";
         QTest::newRow("six digits") << "abcdef" << false << "none";
         QTest::newRow("not hexadecimal") << "abcdefg1234" << false << "none";
         QTest::newRow("linked work tree") << "ref: refs/heads/wip" << true << "wip";
@@ -145,37 +178,40 @@ private Q_SLOTS:
         QTest::addColumn<bool>("result");
         QTest::addColumn<QString>("calls");
         const QString file = "FILE", folder = "FOLDER";
-        QTest::newRow("address without scheme") << "open" << web("example.com") << "" << false << "";
-        QTest::newRow("default browser") << "open" << web("https://a.b/") << "" << true
-                                         << "openURL https://a.b/";
+        QTest::newRow("address without scheme")
+            << "open" << web("example.com") << "" << false << "";
+        QTest::newRow("default browser")
+            << "open" << web("https://a.b/") << "" << true << "openURL https://a.b/";
         QTest::newRow("chosen browser") << "open" << web("https://a.b/", "chromium") << "" << true
                                         << "open https://a.b/ with /apps/chromium.desktop";
         QTest::newRow("chosen browser not installed")
             << "open" << web("https://a.b/", "opera") << "" << true << "openURL https://a.b/";
         QTest::newRow("file revealed") << "open" << path(file) << "" << true << "reveal FILE";
-        QTest::newRow("folder opened") << "open" << path(folder) << "" << true
-                                       << "openURL file://FOLDER";
+        QTest::newRow("folder opened")
+            << "open" << path(folder) << "" << true << "openURL file://FOLDER";
         QTest::newRow("missing path") << "open" << path("FOLDER/gone") << "" << false << "";
-        QTest::newRow("terminal at a file's folder")
-            << "terminal" << path(file) << "xterm" << true
-            << "terminal FOLDER with /apps/xterm.desktop";
+        QTest::newRow("terminal at a file's folder") << "terminal" << path(file) << "xterm" << true
+                                                     << "terminal FOLDER with /apps/xterm.desktop";
         QTest::newRow("terminal not installed: default terminal")
             << "terminal" << path(folder) << "com.apple.Terminal" << true
             << "terminal FOLDER with /apps/xterm.desktop";
-        QTest::newRow("editor gets the path itself")
-            << "editor" << path(file) << "code" << true << "open file://FILE with /apps/code.desktop";
+        QTest::newRow("editor gets the path itself") << "editor" << path(file) << "code" << true
+                                                     << "open file://FILE with /apps/code.desktop";
         QTest::newRow("editor without id") << "editor" << path(file) << "" << false << "";
         QTest::newRow("editor not installed") << "editor" << path(file) << "zed" << false << "";
-        QTest::newRow("editor for an address") << "editor" << web("https://a.b") << "code" << false << "";
-        QTest::newRow("any application") << "app" << path(folder) << "/apps/org.gnome.Nautilus.desktop"
-                                         << true << "open file://FOLDER with /apps/org.gnome.Nautilus.desktop";
-        QTest::newRow("Chromium family") << "window" << web("https://a.b/q?x=\"y\"", "chromium")
-                                         << "" << true
-                                         << "start /usr/bin/chromium --flag --new-window https://a.b/q?x=%22y%22";
-        QTest::newRow("Firefox family by default") << "window" << web("https://a.b") << "" << true
-                                                   << "start /usr/bin/firefox-esr -new-window https://a.b";
-        QTest::newRow("browser outside the tables") << "window" << web("https://a.b", "dillo") << ""
-                                                    << true << "openURL https://a.b";
+        QTest::newRow("editor for an address")
+            << "editor" << web("https://a.b") << "code" << false << "";
+        QTest::newRow("any application")
+            << "app" << path(folder) << "/apps/org.gnome.Nautilus.desktop" << true
+            << "open file://FOLDER with /apps/org.gnome.Nautilus.desktop";
+        QTest::newRow("Chromium family")
+            << "window" << web("https://a.b/q?x=\"y\"", "chromium") << "" << true
+            << "start /usr/bin/chromium --flag --new-window https://a.b/q?x=%22y%22";
+        QTest::newRow("Firefox family by default")
+            << "window" << web("https://a.b") << "" << true
+            << "start /usr/bin/firefox-esr -new-window https://a.b";
+        QTest::newRow("browser outside the tables")
+            << "window" << web("https://a.b", "dillo") << "" << true << "openURL https://a.b";
         QTest::newRow("window for a path") << "window" << path(folder) << "" << false << "";
     }
     void opening() {
@@ -220,12 +256,14 @@ private Q_SLOTS:
             return result.join(' ');
         };
         QCOMPARE(ids(BookmarkOpener::installedEditors()), "VSCodium/codium Kate/org.kde.kate");
-        QCOMPARE(ids(BookmarkOpener::installedTerminals()), "GNOME Terminal/org.gnome.Terminal kitty/kitty");
+        QCOMPARE(ids(BookmarkOpener::installedTerminals()),
+                 "GNOME Terminal/org.gnome.Terminal kitty/kitty");
         desk.setDefaultTerminal(own);
         QCOMPARE(ids(BookmarkOpener::installedTerminals()),
                  "My Terminal/my-term GNOME Terminal/org.gnome.Terminal kitty/kitty");
         desk.setDefaultTerminal(desk.applicationLocation("kitty"));
-        QCOMPARE(ids(BookmarkOpener::installedTerminals()), "kitty/kitty GNOME Terminal/org.gnome.Terminal");
+        QCOMPARE(ids(BookmarkOpener::installedTerminals()),
+                 "kitty/kitty GNOME Terminal/org.gnome.Terminal");
         BookmarkOpener::install(desk_, desk_, desk_, scheduler_);
     }
 
@@ -248,8 +286,8 @@ private Q_SLOTS:
         QTest::newRow("found at the deadline") << true << 2900 << onLeft << "move 9 to 1620,215";
         QTest::newRow("too late") << true << 3200 << onLeft << "";
         QTest::newRow("already on the target") << true << 500 << onRight << "";
-        QTest::newRow("starting browser waits longer") << false << 11000 << onLeft
-                                                       << "move 9 to 1620,215";
+        QTest::newRow("starting browser waits longer")
+            << false << 11000 << onLeft << "move 9 to 1620,215";
     }
     void newWindowRelocation() {
         QFETCH(bool, running);
@@ -257,8 +295,8 @@ private Q_SLOTS:
         QFETCH(QRectF, frame);
         QFETCH(QString, move);
         FakeWorkspace desk;
-        const QString browser = desk.addApplication(
-            {"google-chrome", "Chrome", {}, {"chrome"}, "Google-chrome", {}});
+        const QString browser =
+            desk.addApplication({"google-chrome", "Chrome", {}, {"chrome"}, "Google-chrome", {}});
         desk.setDefault("x-scheme-handler/https", browser);
         if (running)
             desk.addWindow("google-chrome", {4, {}, {10, 10, 300, 300}});
@@ -280,18 +318,42 @@ private Q_SLOTS:
         QTest::addColumn<QString>("id");
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QString>("result");
-        QTest::newRow("no application") << "" << "" << "failed";
-        QTest::newRow("Nautilus folder") << "org.gnome.Nautilus" << "/home/u/src/" << "file /home/u/src";
-        QTest::newRow("root folder kept") << "thunar" << "/" << "file /";
-        QTest::newRow("file manager finds nothing") << "caja" << "" << "failed";
-        QTest::newRow("terminal shell folder") << "xterm" << "/tmp/w" << "file /tmp/w";
-        QTest::newRow("Firefox tab") << "firefox-esr" << " https://a.b/c \n|  Title " << "url https://a.b/c Title";
-        QTest::newRow("page without scheme") << "firefox-esr" << "a.b|T" << "failed";
-        QTest::newRow("Firefox without answer") << "firefox-esr" << "" << "failed";
-        QTest::newRow("Chromium tab") << "chromium" << "https://x.y/|X" << "url https://x.y/ X";
+        QTest::newRow("no application") << ""
+                                        << ""
+                                        << "failed";
+        QTest::newRow("Nautilus folder") << "org.gnome.Nautilus"
+                                         << "/home/u/src/"
+                                         << "file /home/u/src";
+        QTest::newRow("root folder kept") << "thunar"
+                                          << "/"
+                                          << "file /";
+        QTest::newRow("file manager finds nothing") << "caja"
+                                                    << ""
+                                                    << "failed";
+        QTest::newRow("terminal shell folder") << "xterm"
+                                               << "/tmp/w"
+                                               << "file /tmp/w";
+        QTest::newRow("Firefox tab") << "firefox-esr"
+                                     << " https://a.b/c \n|  Title "
+                                     << "url https://a.b/c Title";
+        QTest::newRow("page without scheme") << "firefox-esr"
+                                             << "a.b|T"
+                                             << "failed";
+        QTest::newRow("Firefox without answer") << "firefox-esr"
+                                                << ""
+                                                << "failed";
+        QTest::newRow("Chromium tab") << "chromium"
+                                      << "https://x.y/|X"
+                                      << "url https://x.y/ X";
         QTest::newRow("Chromium without accessibility")
-            << "chromium" << "" << "Can't capture from Browser (start it with --force-renderer-accessibility to capture)";
-        QTest::newRow("anything else") << "org.gnome.gedit" << "x" << "Can't capture from Browser (Firefox, Chromium browsers, file managers, and terminals are supported)";
+            << "chromium"
+            << ""
+            << "Can't capture from Browser (start it with --force-renderer-accessibility to "
+               "capture)";
+        QTest::newRow("anything else") << "org.gnome.gedit"
+                                       << "x"
+                                       << "Can't capture from Browser (Firefox, Chromium browsers, "
+                                          "file managers, and terminals are supported)";
     }
     void capture() {
         QFETCH(QString, id);
@@ -305,7 +367,8 @@ private Q_SLOTS:
             id.isEmpty() ? std::nullopt : std::optional(RunningApp{id, "Browser", 5, 6, false});
         const CaptureResult captured = BookmarkOpener::captureFrontmost(app);
         if (captured.kind == CaptureResult::Kind::Bookmark)
-            QCOMPARE((describe(captured.bookmark) + ' ' + captured.bookmark->label).trimmed(), result);
+            QCOMPARE((describe(captured.bookmark) + ' ' + captured.bookmark->label).trimmed(),
+                     result);
         else if (captured.kind == CaptureResult::Kind::Unsupported)
             QCOMPARE(captured.bannerText(), result);
         else

@@ -18,12 +18,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("folder");
         const QString root = dir_.path();
-        QTest::newRow("shell prompt") << "user@host: " + root + "/my project/src" << root + "/my project/src";
+        QTest::newRow("shell prompt")
+            << "user@host: " + root + "/my project/src" << root + "/my project/src";
         QTest::newRow("trailing text") << root + "/my project - Files" << root + "/my project";
         QTest::newRow("home") << "user@host: ~" << QDir::homePath();
-        QTest::newRow("missing folder") << "vim " + root + "/gone" << "";
+        QTest::newRow("missing folder") << "vim " + root + "/gone"
+                                        << "";
         QTest::newRow("inside a word") << "a" + root << "";
-        QTest::newRow("no path") << "Terminal" << "";
+        QTest::newRow("no path") << "Terminal"
+                                 << "";
     }
     void folderInTitle() {
         QFETCH(QString, title);

@@ -80,9 +80,10 @@ class BookmarkOpenerX11Test : public QObject {
             [&] {
                 for (const quint32 window : x11_.clientList()) {
                     const QStringList names = x11_.windowClass(window);
-                    const bool matches = std::any_of(classes.begin(), classes.end(), [&](const QString& name) {
-                        return names.contains(name, Qt::CaseInsensitive);
-                    });
+                    const bool matches =
+                        std::any_of(classes.begin(), classes.end(), [&](const QString& name) {
+                            return names.contains(name, Qt::CaseInsensitive);
+                        });
                     if (!known.contains(window) && matches)
                         found = window;
                 }
@@ -103,7 +104,8 @@ class BookmarkOpenerX11Test : public QObject {
         QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(window)});
         std::optional<RunningApp> app;
         (void)QTest::qWaitFor(
-            [&] { return (app = BookmarkOpener::frontmostApp()) && app->window == window; }, kTimeout);
+            [&] { return (app = BookmarkOpener::frontmostApp()) && app->window == window; },
+            kTimeout);
         return app && app->window == window ? app : std::nullopt;
     }
 
@@ -122,8 +124,8 @@ private Q_SLOTS:
         // Browsers keep their profile, the session its settings, in this home.
         qputenv("HOME", root_.filePath("home").toUtf8());
         const QString fake = QStringLiteral(FAKE_DESKTOP_APP);
-        write(apps + "/fake-editor.desktop",
-              entry("Fake Editor 10", fake + " --editor %F", "MimeType=inode/directory;text/plain;"));
+        write(apps + "/fake-editor.desktop", entry("Fake Editor 10", fake + " --editor %F",
+                                                   "MimeType=inode/directory;text/plain;"));
         write(apps + "/fake-editor9.desktop",
               entry("fake editor 9", fake + " %F", "MimeType=inode/directory;"));
         write(apps + "/fake-files.desktop",
@@ -156,7 +158,8 @@ private Q_SLOTS:
         // The first capture attempt switches the session's accessibility on, so that the
         // programs started from now on answer on the accessibility bus.
         if (qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("アクセシビリティを有効にしました"));
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("アクセシビリティを有効にしました"));
         QCOMPARE(BookmarkOpener::captureFrontmost(RunningApp{"thunar", "Thunar", 0, 0, false}).kind,
                  CaptureResult::Kind::Failed);
     }
@@ -197,7 +200,8 @@ private Q_SLOTS:
         QCOMPARE(workspace_->applicationID(*workspace_->defaultTerminal()), "fake-term");
         QCOMPARE(workspace_->applicationCommand(*workspace_->applicationLocation("fake-editor")),
                  QStringList({FAKE_DESKTOP_APP, "--editor"}));
-        QVERIFY(BookmarkOpener::installedTerminals().contains(CandidateApp{"XTerm", "debian-xterm"}));
+        QVERIFY(
+            BookmarkOpener::installedTerminals().contains(CandidateApp{"XTerm", "debian-xterm"}));
     }
 
     void terminalAndEditorLaunches() {
@@ -232,8 +236,7 @@ private Q_SLOTS:
         write(file, "x");
         QVERIFY(BookmarkOpener::open(bookmark(Bookmark::Kind::File, file)));
         QTRY_COMPARE_WITH_TIMEOUT(records().size(), 1, kTimeout);
-        QCOMPARE(records()[0]["args"].toArray(),
-                 QJsonArray({"--files", root_.path()}));
+        QCOMPARE(records()[0]["args"].toArray(), QJsonArray({"--files", root_.path()}));
     }
 
     // Thunar (installed for the tests) or Nautilus, whichever the bus starts for
@@ -273,7 +276,8 @@ private Q_SLOTS:
         const QString folder = root_.filePath("shell here");
         QVERIFY(QDir().mkpath(folder));
         const QList<quint32> before = x11_.clientList();
-        QVERIFY(BookmarkOpener::openInTerminal(bookmark(Bookmark::Kind::File, folder), "debian-xterm"));
+        QVERIFY(
+            BookmarkOpener::openInTerminal(bookmark(Bookmark::Kind::File, folder), "debian-xterm"));
         const std::optional<quint32> window = newWindow({"xterm"}, before);
         QVERIFY(window);
         const std::optional<RunningApp> app = activate(*window);
@@ -283,9 +287,9 @@ private Q_SLOTS:
         QElapsedTimer clock;
         clock.start();
         CaptureResult captured;
-        QTRY_VERIFY_WITH_TIMEOUT(
-            (captured = BookmarkOpener::captureFrontmost(app)).kind == CaptureResult::Kind::Bookmark,
-            kTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT((captured = BookmarkOpener::captureFrontmost(app)).kind ==
+                                     CaptureResult::Kind::Bookmark,
+                                 kTimeout);
         qInfo("xterm capture: %lld ms (until the shell runs)", clock.elapsed());
         clock.restart();
         captured = BookmarkOpener::captureFrontmost(app);
@@ -351,9 +355,9 @@ private Q_SLOTS:
         QVERIFY(app);
         QCOMPARE(app->bundleID, "firefox-esr");
         CaptureResult captured;
-        QTRY_VERIFY_WITH_TIMEOUT(
-            (captured = BookmarkOpener::captureFrontmost(app)).kind == CaptureResult::Kind::Bookmark,
-            kTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT((captured = BookmarkOpener::captureFrontmost(app)).kind ==
+                                     CaptureResult::Kind::Bookmark,
+                                 kTimeout);
         clock.restart();
         captured = BookmarkOpener::captureFrontmost(app);
         qInfo("Firefox capture: %lld ms", clock.elapsed());
@@ -385,18 +389,18 @@ private Q_SLOTS:
         const QList<quint32> before = x11_.clientList();
         QProcess browser;
         browser.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        browser.start("chromium", {"--no-sandbox", "--no-first-run", "--force-renderer-accessibility",
-                                   "--user-data-dir=" + root_.filePath("chromium"),
-                                   address});
+        browser.start("chromium",
+                      {"--no-sandbox", "--no-first-run", "--force-renderer-accessibility",
+                       "--user-data-dir=" + root_.filePath("chromium"), address});
         const std::optional<quint32> window = newWindow({"chromium"}, before);
         QVERIFY(window);
         const std::optional<RunningApp> app = activate(*window);
         QVERIFY(app);
         QCOMPARE(app->bundleID, "chromium");
         CaptureResult captured;
-        QTRY_VERIFY_WITH_TIMEOUT(
-            (captured = BookmarkOpener::captureFrontmost(app)).kind == CaptureResult::Kind::Bookmark,
-            kTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT((captured = BookmarkOpener::captureFrontmost(app)).kind ==
+                                     CaptureResult::Kind::Bookmark,
+                                 kTimeout);
         QElapsedTimer clock;
         clock.start();
         captured = BookmarkOpener::captureFrontmost(app);

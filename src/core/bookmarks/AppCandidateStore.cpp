@@ -48,8 +48,7 @@ QList<App> apps(const Workspace& workspace, const QStringList& locations,
 
 } // namespace
 
-AppCandidateStore::AppCandidateStore(Workspace& workspace, SettingsStore& settings,
-                                     QObject* parent)
+AppCandidateStore::AppCandidateStore(Workspace& workspace, SettingsStore& settings, QObject* parent)
     : QObject(parent), workspace_(workspace), settings_(settings) {}
 
 AppCandidateStore::~AppCandidateStore() {

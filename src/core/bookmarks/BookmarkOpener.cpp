@@ -55,7 +55,8 @@ BrowserLaunch runProcess(const QStringList& command) {
 // (or one that cannot be started directly) gets the address through the ordinary opening.
 BrowserLaunch openNewBrowserWindow(const std::optional<QString>& location, const QString& id,
                                    const QUrl& url) {
-    const QStringList command = location ? workspace().applicationCommand(*location) : QStringList();
+    const QStringList command =
+        location ? workspace().applicationCommand(*location) : QStringList();
     const QString lowered = id.toLower();
     if (!command.isEmpty() && BookmarkOpener::chromiumFamily().contains(lowered))
         return runProcess(command + QStringList{QStringLiteral("--new-window"), url.toString()});
@@ -201,7 +202,9 @@ bool BookmarkOpener::openURLInNewWindow(const Bookmark& bookmark,
     return launch.opened;
 }
 
-QList<CandidateApp> BookmarkOpener::installedEditors() { return installed(editorTable()); }
+QList<CandidateApp> BookmarkOpener::installedEditors() {
+    return installed(editorTable());
+}
 
 QList<CandidateApp> BookmarkOpener::installedTerminals() {
     // The session's default terminal leads, whether the table knows it or not.
@@ -262,9 +265,8 @@ CaptureResult capturedPath(const std::optional<QString>& path) {
     QString target = *path;
     if (target.size() >= 2 && target.endsWith(u'/'))
         target.chop(1);
-    return CaptureResult::ofBookmark(
-        Bookmark{QUuid::createUuid(), Bookmark::Kind::File, QString(), target, std::nullopt,
-                 std::nullopt});
+    return CaptureResult::ofBookmark(Bookmark{QUuid::createUuid(), Bookmark::Kind::File, QString(),
+                                              target, std::nullopt, std::nullopt});
 }
 
 CaptureResult capturedPage(const std::optional<CaptureSource::Page>& page) {

@@ -32,8 +32,13 @@ const QSet<QString>& BookmarkOpener::firefoxFamily() {
 }
 
 const QSet<QString>& BookmarkOpener::fileManagerFamily() {
-    static const QSet<QString> ids{"com.apple.finder", "org.gnome.nautilus", "nautilus",
-                                   "thunar", "caja", "caja-browser", "nemo"};
+    static const QSet<QString> ids{"com.apple.finder",
+                                   "org.gnome.nautilus",
+                                   "nautilus",
+                                   "thunar",
+                                   "caja",
+                                   "caja-browser",
+                                   "nemo"};
     return ids;
 }
 

@@ -35,7 +35,9 @@ bool BookmarkOpener::hasScheme(const QString& text) {
     const qsizetype colon = text.indexOf(u':');
     if (colon <= 0)
         return false;
-    auto isAsciiLetter = [](QChar c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); };
+    auto isAsciiLetter = [](QChar c) {
+        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+    };
     if (!isAsciiLetter(text[0]))
         return false;
     for (qsizetype i = 0; i < colon; ++i) {

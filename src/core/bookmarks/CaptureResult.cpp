@@ -12,7 +12,9 @@ CaptureResult CaptureResult::unsupported(const QString& name, const QString& hin
     return {Kind::Unsupported, std::nullopt, name, hint};
 }
 
-CaptureResult CaptureResult::failed() { return {}; }
+CaptureResult CaptureResult::failed() {
+    return {};
+}
 
 QString CaptureResult::bannerText() const {
     switch (kind) {
@@ -21,12 +23,14 @@ QString CaptureResult::bannerText() const {
     case Kind::Unsupported:
         if (Language::isJapanese())
             return appName + QStringLiteral(" からは取り込めません（") +
-                   (hint.isEmpty() ? QStringLiteral("Firefox・Chromium 系・ファイルマネージャ・端末に対応")
-                                   : hint) +
+                   (hint.isEmpty()
+                        ? QStringLiteral("Firefox・Chromium 系・ファイルマネージャ・端末に対応")
+                        : hint) +
                    QStringLiteral("）");
         return QStringLiteral("Can't capture from ") + appName + QStringLiteral(" (") +
                (hint.isEmpty()
-                    ? QStringLiteral("Firefox, Chromium browsers, file managers, and terminals are supported")
+                    ? QStringLiteral(
+                          "Firefox, Chromium browsers, file managers, and terminals are supported")
                     : hint) +
                QStringLiteral(")");
     case Kind::Failed:

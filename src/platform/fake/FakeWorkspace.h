@@ -56,11 +56,17 @@ public:
     std::optional<QString> fileManagerLocation(const RunningApp& app) override;
     std::optional<QString> terminalFolder(const RunningApp& app) override;
 
-    void setDefault(const QString& mimeType, const QString& location) { defaults_[mimeType] = location; }
-    void setDefaultTerminal(std::optional<QString> location) { defaultTerminal_ = std::move(location); }
+    void setDefault(const QString& mimeType, const QString& location) {
+        defaults_[mimeType] = location;
+    }
+    void setDefaultTerminal(std::optional<QString> location) {
+        defaultTerminal_ = std::move(location);
+    }
     void setOpenURLResult(bool result) { openURLResult_ = result; }
     // Programs whose start fails with this error.
-    void failToStart(const QString& program, const QString& error) { startErrors_[program] = error; }
+    void failToStart(const QString& program, const QString& error) {
+        startErrors_[program] = error;
+    }
     // Windows of a class, oldest first.
     void addWindow(const QString& windowClass, const Window& window);
     void setFrontmost(std::optional<RunningApp> app) { frontmost_ = std::move(app); }
@@ -72,7 +78,7 @@ public:
 
 private:
     QMap<QString, Application> applications_; // by location
-    QStringList order_;                        // locations in installation order
+    QStringList order_;                       // locations in installation order
     QHash<QString, QString> defaults_;
     std::optional<QString> defaultTerminal_;
     bool openURLResult_ = true;

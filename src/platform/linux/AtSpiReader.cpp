@@ -116,18 +116,18 @@ public:
     }
 
     QString text(const Node& node) const {
-        const QDBusMessage reply = call(node, QStringLiteral("org.a11y.atspi.Text"),
-                                        QStringLiteral("GetText"), {0, -1});
+        const QDBusMessage reply =
+            call(node, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"), {0, -1});
         if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
             return {};
         return reply.arguments().first().toString();
     }
 
     std::optional<quint32> processOf(const QString& service) const {
-        const QDBusMessage reply = call({QStringLiteral("org.freedesktop.DBus"),
-                                         QStringLiteral("/org/freedesktop/DBus")},
-                                        QStringLiteral("org.freedesktop.DBus"),
-                                        QStringLiteral("GetConnectionUnixProcessID"), {service});
+        const QDBusMessage reply =
+            call({QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")},
+                 QStringLiteral("org.freedesktop.DBus"),
+                 QStringLiteral("GetConnectionUnixProcessID"), {service});
         if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
             return std::nullopt;
         return reply.arguments().first().toUInt();
@@ -137,7 +137,9 @@ private:
     QDBusConnection connection_;
 };
 
-bool has(const Facts& facts, int state) { return (facts.states >> state) & 1u; }
+bool has(const Facts& facts, int state) {
+    return (facts.states >> state) & 1u;
+}
 
 const Node kBusLauncher{QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")};
 

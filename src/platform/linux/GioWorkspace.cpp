@@ -225,8 +225,8 @@ std::optional<QString> GioWorkspace::defaultApplicationForURL(const QUrl& url) c
         return defaultApplicationForType(QStringLiteral("x-scheme-handler/") + url.scheme());
     if (QFileInfo(url.toLocalFile()).isDir())
         return defaultApplicationForType(QStringLiteral("inode/directory"));
-    gchar* type = g_content_type_guess(QFile::encodeName(url.toLocalFile()).constData(), nullptr,
-                                       0, nullptr);
+    gchar* type =
+        g_content_type_guess(QFile::encodeName(url.toLocalFile()).constData(), nullptr, 0, nullptr);
     std::optional<QString> found = defaultApplicationForType(QString::fromUtf8(type));
     g_free(type);
     return found;
@@ -241,7 +241,8 @@ std::optional<QString> GioWorkspace::defaultTerminal() const {
     // The user's choice in xdg-terminals.list (the desktop's own list first), then Debian's
     // x-terminal-emulator, then the first known terminal installed, then any terminal.
     QStringList lists;
-    for (const QString& desktop : qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts))
+    for (const QString& desktop :
+         qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts))
         lists << desktop.toLower() + QStringLiteral("-xdg-terminals.list");
     lists << QStringLiteral("xdg-terminals.list");
     for (const QString& name : std::as_const(lists)) {
@@ -298,7 +299,8 @@ bool GioWorkspace::openWithApplication(const QList<QUrl>& urls, const QString& l
         uris = g_list_append(uris, const_cast<char*>(uri.constData()));
     GError* error = nullptr;
     const auto context = launchContext(applicationID(location));
-    const bool launched = g_app_info_launch_uris(G_APP_INFO(app.get()), uris, context.get(), &error);
+    const bool launched =
+        g_app_info_launch_uris(G_APP_INFO(app.get()), uris, context.get(), &error);
     g_list_free(uris);
     if (!launched)
         logLaunchFailure(QFileInfo(location).fileName(), error);
@@ -318,7 +320,8 @@ bool GioWorkspace::openTerminal(const QString& folder, const QString& location) 
 
 void GioWorkspace::revealInFileManager(const QString& path) {
     QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"),
+        QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QString::fromUtf8(QUrl::fromLocalFile(path).toEncoded())}
          << newStartupID(QStringLiteral("filemanager"));
@@ -335,7 +338,9 @@ void GioWorkspace::revealInFileManager(const QString& path) {
     });
 }
 
-Workspace::Launch GioWorkspace::startProcess(const QStringList& command) { return spawn(command); }
+Workspace::Launch GioWorkspace::startProcess(const QStringList& command) {
+    return spawn(command);
+}
 
 std::optional<QString> GioWorkspace::applicationForWindowClass(const QStringList& names) const {
     std::optional<QString> byClass, byID;

@@ -38,7 +38,8 @@ std::optional<ProcessFacts> processFacts(const QString& pid) {
 // OpenWindowsWithLocations: window object path → the locations it shows, current first.
 QMap<QString, QStringList> fileManagerWindows() {
     QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"),
+        QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << QStringLiteral("org.freedesktop.FileManager1")
          << QStringLiteral("OpenWindowsWithLocations");
@@ -46,8 +47,8 @@ QMap<QString, QStringList> fileManagerWindows() {
     QMap<QString, QStringList> windows;
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
         return windows;
-    const QDBusArgument map = reply.arguments().first().value<QDBusVariant>().variant()
-                                  .value<QDBusArgument>();
+    const QDBusArgument map =
+        reply.arguments().first().value<QDBusVariant>().variant().value<QDBusArgument>();
     map >> windows;
     return windows;
 }
@@ -110,7 +111,8 @@ std::optional<QString> LinuxCaptureSource::shellFolder(qint64 pid) {
     if (pid <= 0)
         return std::nullopt;
     QStringList shells;
-    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    const QStringList processes =
+        QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString& child : processes) {
         const std::optional<ProcessFacts> facts = processFacts(child);
         if (facts && facts->parent == pid && facts->terminal != 0)
@@ -119,7 +121,8 @@ std::optional<QString> LinuxCaptureSource::shellFolder(qint64 pid) {
     if (shells.size() != 1)
         return std::nullopt;
     const QString folder =
-        QFileInfo(QStringLiteral("/proc/") + shells.first() + QStringLiteral("/cwd")).symLinkTarget();
+        QFileInfo(QStringLiteral("/proc/") + shells.first() + QStringLiteral("/cwd"))
+            .symLinkTarget();
     return folder.isEmpty() ? std::nullopt : std::optional(folder);
 }
 

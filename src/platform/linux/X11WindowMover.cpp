@@ -40,7 +40,8 @@ void X11WindowMover::moveWindow(quint64 window, QPointF topLeft) {
                            state.contains(QStringLiteral("_NET_WM_STATE_MAXIMIZED_HORZ"));
     // A maximized window is let go, moved, and maximized again where it now lies.
     if (maximized)
-        x11_.sendMessage(id, "_NET_WM_STATE", {kStateRemove, vertical, horizontal, kSourcePager, 0});
+        x11_.sendMessage(id, "_NET_WM_STATE",
+                         {kStateRemove, vertical, horizontal, kSourcePager, 0});
     x11_.sendMessage(id, "_NET_MOVERESIZE_WINDOW",
                      {kNorthWestGravity | kMoveXY | (kSourcePager << 12),
                       quint32(qRound(topLeft.x())), quint32(qRound(topLeft.y())), 0, 0});

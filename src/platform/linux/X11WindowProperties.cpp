@@ -29,7 +29,9 @@ X11WindowProperties::X11WindowProperties() {
     root_ = rootWindowOfScreen(connection_, screenNumber);
 }
 
-X11WindowProperties::~X11WindowProperties() { xcb_disconnect(connection_); }
+X11WindowProperties::~X11WindowProperties() {
+    xcb_disconnect(connection_);
+}
 
 bool X11WindowProperties::isConnected() const {
     return root_ != 0 && !xcb_connection_has_error(connection_);
