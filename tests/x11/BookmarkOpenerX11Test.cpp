@@ -225,6 +225,8 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(records().size(), 2, kTimeout);
         QCOMPARE(records()[1]["args"].toArray(), QJsonArray({"--editor", folder + "/notes.txt"}));
         QVERIFY(records()[1]["startupID"].toString().startsWith("deskmark-"));
+        for (const QJsonObject& record : records())
+            QCOMPARE(record["vfs"].toString(), QString()); // Deskmark's own choice stays its own
         QVERIFY(!BookmarkOpener::openInEditor(file, "not-installed"));
     }
 

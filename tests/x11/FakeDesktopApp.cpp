@@ -1,7 +1,8 @@
 // A stand-in for desktop applications in the opener tests. Every start appends one JSON
-// line to the file named by DESKMARK_FAKE_APP_LOG: its arguments, working folder and
-// startup id. With --window it shows a window until it is killed (a browser's new
-// window; --maximized shows it maximized); otherwise it exits at once.
+// line to the file named by DESKMARK_FAKE_APP_LOG: its arguments, working folder, startup
+// id and GIO_USE_VFS (which must not leak from Deskmark). With --window it shows a window
+// until it is killed (a browser's new window; --maximized shows it maximized); otherwise it
+// exits at once.
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -19,7 +20,8 @@ int main(int argc, char** argv) {
         if (log.open(QIODevice::Append)) {
             const QJsonObject line{{"args", QJsonArray::fromStringList(arguments)},
                                    {"cwd", QDir::currentPath()},
-                                   {"startupID", QString::fromUtf8(startupID)}};
+                                   {"startupID", QString::fromUtf8(startupID)},
+                                   {"vfs", qEnvironmentVariable("GIO_USE_VFS")}};
             log.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
         }
     }

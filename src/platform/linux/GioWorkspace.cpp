@@ -72,6 +72,9 @@ template <typename Visit> void forEachApplication(Visit visit) {
     g_list_free_full(all, g_object_unref);
 }
 
+// Whether Deskmark set GIO_USE_VFS for itself: the programs it starts do not inherit it.
+bool chosenLocalVfs = false;
+
 // A startup-notification id of this launch; the program started hands it to its first
 // window as _NET_STARTUP_ID.
 QString newStartupID(const QString& program) {
@@ -91,6 +94,8 @@ Workspace::Launch spawn(const QStringList& command, const QString& workingDirect
     process.setArguments(command.mid(1));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"), startupID);
+    if (chosenLocalVfs)
+        environment.remove(QStringLiteral("GIO_USE_VFS"));
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(workingDirectory);
     process.setStandardOutputFile(QProcess::nullDevice());
@@ -111,6 +116,8 @@ std::unique_ptr<GAppLaunchContext, Unref> launchContext(const QString& program) 
     std::unique_ptr<GAppLaunchContext, Unref> context(g_app_launch_context_new());
     g_app_launch_context_setenv(context.get(), "DESKTOP_STARTUP_ID",
                                 newStartupID(program).toUtf8().constData());
+    if (chosenLocalVfs)
+        g_app_launch_context_unsetenv(context.get(), "GIO_USE_VFS");
     return context;
 }
 
@@ -141,6 +148,16 @@ QStringList terminalsListed(const QString& file) {
 }
 
 } // namespace
+
+GioWorkspace::GioWorkspace(QObject* parent) : QObject(parent) {
+    // Deskmark opens local paths and hands addresses to applications: GIO's own file system
+    // suffices, and the GVfs client would start a daemon and threads that write to
+    // standard error in the middle of the program's start.
+    if (qEnvironmentVariableIsEmpty("GIO_USE_VFS")) {
+        qputenv("GIO_USE_VFS", "local");
+        chosenLocalVfs = true;
+    }
+}
 
 std::optional<QString> GioWorkspace::applicationLocation(const QString& appID) const {
     if (appID.isEmpty())

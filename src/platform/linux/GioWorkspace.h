@@ -12,7 +12,7 @@ namespace deskmark {
 class GioWorkspace : public QObject, public Workspace {
     Q_OBJECT
 public:
-    using QObject::QObject;
+    explicit GioWorkspace(QObject* parent = nullptr);
 
     std::optional<QString> applicationLocation(const QString& appID) const override;
     QString applicationID(const QString& location) const override;
