@@ -158,6 +158,11 @@ private Q_SLOTS:
         QTest::newRow("a key missing") << json("[{'id':'A','name':'n','bgHex':'#000000'}]");
         QTest::newRow("a number for a string")
             << json("[{'id':'A','name':1,'bgHex':'#000000','textHex':'#000000'}]");
+        // Read as strictly as projects.json: no text that could never be written back.
+        QTest::newRow("lone surrogate escapes") << json(
+            "[{'id':'A','name':'\\ud83d\\ued00','bgHex':'#000000','textHex':'#000000'}]");
+        QTest::newRow("invalid UTF-8")
+            << json("[{'id':'A','name':'caf\xE9','bgHex':'#000000','textHex':'#000000'}]");
     }
     void undecodableFileIsSetAside() {
         QFETCH(QByteArray, file);

@@ -1,5 +1,6 @@
 #include "core/model/JsonReader.h"
 
+#include <QStringDecoder>
 #include <QStringView>
 
 #include <array>
@@ -38,6 +39,22 @@ JsonReader::JsonReader(const QByteArray& data)
     // A byte-order mark is tolerated, as editors sometimes add one.
     if (QByteArrayView(source_).startsWith("\xEF\xBB\xBF"))
         pos_ = 3;
+}
+
+std::optional<QJsonDocument> JsonReader::strictDocument(const QByteArray& data) {
+    JsonReader reader(data);
+    if (!reader.skipValue() || !reader.atEnd())
+        return std::nullopt;
+    QJsonParseError error{};
+    QJsonDocument document = QJsonDocument::fromJson(data, &error);
+    if (error.error != QJsonParseError::NoError)
+        return std::nullopt;
+    return document;
+}
+
+QString JsonReader::text(QByteArrayView utf8) {
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    return decoder(utf8);
 }
 
 void JsonReader::skipWhitespace() {
@@ -192,7 +209,7 @@ std::optional<QString> JsonReader::readString() {
     const auto view = readStringView();
     if (!view)
         return std::nullopt;
-    return QString::fromUtf8(*view);
+    return text(*view);
 }
 
 bool JsonReader::decodeEscapedString(qsizetype start) {

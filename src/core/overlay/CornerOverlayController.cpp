@@ -67,7 +67,7 @@ CornerOverlayController::wanted(const CGSDisplay& display, const QList<ScreenInf
         CornerLabelLayout::layout(project->name, look, screen->visibleFrame, measurer_);
 
     Wanted result;
-    result.label = CornerLabel{project->name,    look.fontSize,         look.weight,
+    result.label = CornerLabel{project->name,    geometry.fontSize,     look.weight,
                                colors.text,      geometry.frame,        geometry.cornerRadius,
                                geometry.textOrigin};
     result.background = colors.bg;
