@@ -11,6 +11,7 @@ packages=(
   xvfb openbox wmctrl xdotool x11-xserver-utils x11-utils imagemagick
   dbus dbus-x11 trayer
   fonts-noto-cjk fonts-dejavu-core
+  clang libclang-rt-14-dev
 )
 
 missing=()
