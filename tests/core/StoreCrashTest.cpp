@@ -14,15 +14,19 @@ using namespace deskmark::testfiles;
 
 namespace {
 
-// The state a file holds: the number its name starts with, 0 when it has none yet.
-// Nothing when the file does not decode.
+// The state a name stands for: the number it starts with (dots follow), 0 for none.
+qlonglong state(const QString& name) {
+    return name.section(QLatin1Char('.'), 0, 0).toLongLong();
+}
+
+// The state a file holds, 0 when it has none yet; nothing when it does not decode.
 std::optional<qlonglong> projectsState(const QString& path) {
     if (!QFile::exists(path))
         return 0;
     const auto document = ProjectFileCodec::decode(readFile(path));
     if (!document)
         return std::nullopt;
-    return document->projects.isEmpty() ? 0 : document->projects.first().name.toLongLong();
+    return document->projects.isEmpty() ? 0 : state(document->projects.first().name);
 }
 
 std::optional<qlonglong> presetsState(const QString& path) {
@@ -31,7 +35,7 @@ std::optional<qlonglong> presetsState(const QString& path) {
     const QJsonDocument document = QJsonDocument::fromJson(readFile(path));
     if (!document.isArray())
         return std::nullopt;
-    return document.array().last().toObject().value("name").toString().toLongLong();
+    return state(document.array().last().toObject().value("name").toString());
 }
 
 QStringList temporaries(const QString& folder) {
