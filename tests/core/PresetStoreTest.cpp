@@ -179,6 +179,19 @@ private Q_SLOTS:
         QCOMPARE(::ids(PresetStore(dir_.path())).size(), 2);
     }
 
+    // U+FEFF starting a text is part of it, raw or escaped, through a load and a save.
+    void leadingFeffIsKept() {
+        writeFile(dir_.path("presets.json"),
+                  json("\xEF\xBB\xBF[{'id':'\xEF\xBB\xBF" "A','name':'\\ufeffRed',"
+                       "'bgHex':'#000000','textHex':'#FFFFFF'}]"));
+        PresetStore store(dir_.path());
+        const QString feff = QStringView(u"\uFEFF").toString();
+        QCOMPARE(store.presets()[1].id, feff + "A");
+        QCOMPARE(store.presets()[1].name, feff + "Red");
+        store.updatePreset(store.presets()[1]);
+        QCOMPARE(PresetStore(dir_.path()).presets(), store.presets());
+    }
+
     void unencodableTextLeavesTheGoodFile() {
         PresetStore store(dir_.path());
         const ColorPreset added = store.addPreset();

@@ -44,7 +44,12 @@ public:
     }
 
 private:
-    FuzzFolder() {
+    // In memory where possible: every save syncs its file to disk, which on a disk
+    // would take most of the time.
+    FuzzFolder()
+        : dir_(QDir(QStringLiteral("/dev/shm")).exists()
+                   ? QStringLiteral("/dev/shm/deskmark-fuzz-XXXXXX")
+                   : QDir::tempPath() + QStringLiteral("/deskmark-fuzz-XXXXXX")) {
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
         if (!dir_.isValid())
             std::abort();

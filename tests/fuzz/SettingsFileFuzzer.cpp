@@ -4,6 +4,7 @@
 #include "core/model/JsonReader.h"
 #include "core/model/SettingsStore.h"
 #include "core/overlay/CornerLabelLayout.h"
+#include "core/overlay/CornerOverlayController.h"
 #include "platform/fake/FakeLabelTextMeasurer.h"
 #include "platform/linux/SettingsFile.h"
 #include "FuzzFolder.h"
@@ -20,19 +21,13 @@ const QRectF kVisibleFrames[] = {{0, 32, 1920, 1048}, {1920, 0, 1280, 1024}, {0,
 void layOutLabels(const SettingsStore& settings, const QStringList& displays) {
     static const FakeLabelTextMeasurer measurer;
     for (const QString& display : displays) {
-        CornerLabelStyle style;
-        style.fontSize = settings.cornerFontSize(display);
-        style.weight = settings.cornerWeight(display);
-        style.vPadding = settings.cornerVPadding(display);
-        style.shape = settings.cornerShape(display);
-        style.position = settings.cornerPosition(display);
-        style.margin = settings.cornerMargin(display);
-        style.offsetX = settings.cornerOffsetX(display);
-        style.offsetY = settings.cornerOffsetY(display);
+        const CornerLabelStyle style = CornerOverlayController::style(settings, display);
         for (const QRectF& visible : kVisibleFrames) {
             const auto geometry =
                 CornerLabelLayout::layout(QStringLiteral("Deskmark"), style, visible, measurer);
-            fuzz::require(visible.contains(geometry.frame), "the label fits its monitor");
+            // (Within rounding: right() adds the width back to the left edge.)
+            fuzz::require(visible.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(geometry.frame),
+                          "the label fits its monitor");
             fuzz::require(QRectF(geometry.frame.toAlignedRect()).intersects(visible),
                           "the window covers the label");
             const QRectF moved = CornerLabelLayout::offset(

@@ -45,8 +45,15 @@ std::optional<QJsonDocument> JsonReader::strictDocument(const QByteArray& data) 
     JsonReader reader(data);
     if (!reader.skipValue() || !reader.atEnd())
         return std::nullopt;
+    // Qt drops a U+FEFF that starts a string when it is written raw, not when it is
+    // escaped. In text this reader accepts, those bytes stand only inside strings, once
+    // a byte-order mark before the text is gone.
+    QByteArray text = data;
+    if (text.startsWith("\xEF\xBB\xBF"))
+        text.remove(0, 3);
+    text.replace("\xEF\xBB\xBF", "\\ufeff");
     QJsonParseError error{};
-    QJsonDocument document = QJsonDocument::fromJson(data, &error);
+    QJsonDocument document = QJsonDocument::fromJson(text, &error);
     if (error.error != QJsonParseError::NoError)
         return std::nullopt;
     return document;
