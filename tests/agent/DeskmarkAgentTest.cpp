@@ -3,6 +3,7 @@
 
 #include "AgentSession.h"
 
+#include <QDBusConnection>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -43,6 +44,20 @@ bool switcherShown() {
     return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                     QStringLiteral("--name"), QStringLiteral("^Switch Space$")});
 }
+// A desktop notification service on the session bus that keeps what it is asked to show.
+class NotificationService : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+public:
+    QStringList summaries;
+
+public Q_SLOTS:
+    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString&,
+                const QStringList&, const QVariantMap&, int) {
+        summaries << summary;
+        return uint(summaries.size());
+    }
+};
 } // namespace
 
 class DeskmarkAgentTest : public QObject {
@@ -154,6 +169,26 @@ private Q_SLOTS:
               "Deskmark: settings.json のデコードに失敗（既定値で開始）",
               "Deskmark: 読み込めなかった settings.json を settings.json.broken に退避"})
             QVERIFY2(lines.count(QByteArray(expected)) == 1, expected);
+    }
+
+    // A folder where settings.json should be: every save of the settings fails for the
+    // whole run. The user is told once, by a desktop notification, and the log has one
+    // line.
+    void aFileThatCannotBeSavedIsReportedOnce() {
+        NotificationService service;
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
+        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
+                                   QDBusConnection::ExportAllSlots));
+        AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
+        QVERIFY(QDir().mkpath(agent.configFolder() + QStringLiteral("/Deskmark/settings.json")));
+        QVERIFY2(agent.start(), agent.standardError().constData());
+        QTRY_COMPARE(service.summaries, QStringList{QStringLiteral("Changes cannot be saved")});
+        QTest::qWait(300);
+        QCOMPARE(service.summaries.size(), 1);
+        QCOMPARE(agent.standardError().count("Deskmark: settings.json の保存に失敗"), 1);
+        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     }
 
     // Monitors come and go and the desktop count changes, many times over, while the
