@@ -3,9 +3,9 @@
 #include "ui/LabelFont.h"
 #include "ui/QtColor.h"
 
-#include <QRegion>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRegion>
 
 #include <algorithm>
 #include <cmath>

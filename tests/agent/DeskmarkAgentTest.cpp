@@ -236,7 +236,8 @@ private:
             auto* geometry = xcb_get_geometry_reply(
                 connection, xcb_get_geometry(connection, children[i]), nullptr);
             if (attributes && geometry && attributes->override_redirect &&
-                attributes->map_state == XCB_MAP_STATE_VIEWABLE && isDeskmarks(connection, children[i]))
+                attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+                isDeskmarks(connection, children[i]))
                 found << QRect(geometry->x, geometry->y, geometry->width, geometry->height);
             std::free(attributes);
             std::free(geometry);

@@ -160,8 +160,10 @@ private Q_SLOTS:
             const QRectF& frame = geometry.frame;
             QVERIFY2(inset.contains(frame) && kVisible.contains(QRectF(frame.toAlignedRect())),
                      qPrintable(QStringLiteral("%1,%2 %3x%4")
-                                    .arg(frame.x()).arg(frame.y())
-                                    .arg(frame.width()).arg(frame.height())));
+                                    .arg(frame.x())
+                                    .arg(frame.y())
+                                    .arg(frame.width())
+                                    .arg(frame.height())));
             // Huge offsets push it to the insets; infinite ones count as none.
             const double moved = std::isfinite(offset) ? offset : 0;
             QCOMPARE(frame.left(), moved < 0 ? inset.left() : inset.right() - frame.width());

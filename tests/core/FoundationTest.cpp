@@ -100,10 +100,13 @@ private Q_SLOTS:
         QTemporaryDir dir;
         const QStringList kept{"projects.json", "projects.json.broken", "projects.json.Ab12",
                                "presets.json.Ab12Cd", "projects.json.Ab12Cd.x"};
-        for (const QString& name : kept + QStringList{"projects.json.Ab12Cd", "projects.json.x9Y8z7"})
+        for (const QString& name :
+             kept + QStringList{"projects.json.Ab12Cd", "projects.json.x9Y8z7"})
             writeFile(dir.filePath(name), "x");
-        QTest::ignoreMessage(QtWarningMsg, "Deskmark: 中断された保存の一時ファイル projects.json.Ab12Cd を削除");
-        QTest::ignoreMessage(QtWarningMsg, "Deskmark: 中断された保存の一時ファイル projects.json.x9Y8z7 を削除");
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Deskmark: 中断された保存の一時ファイル projects.json.Ab12Cd を削除");
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Deskmark: 中断された保存の一時ファイル projects.json.x9Y8z7 を削除");
         StoreFile::removeStaleTemporaries(dir.filePath("projects.json"));
         QStringList left = QDir(dir.path()).entryList(QDir::Files);
         left.sort();

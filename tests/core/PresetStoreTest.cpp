@@ -159,8 +159,8 @@ private Q_SLOTS:
         QTest::newRow("a number for a string")
             << json("[{'id':'A','name':1,'bgHex':'#000000','textHex':'#000000'}]");
         // Read as strictly as projects.json: no text that could never be written back.
-        QTest::newRow("lone surrogate escapes") << json(
-            "[{'id':'A','name':'\\ud83d\\ued00','bgHex':'#000000','textHex':'#000000'}]");
+        QTest::newRow("lone surrogate escapes")
+            << json("[{'id':'A','name':'\\ud83d\\ued00','bgHex':'#000000','textHex':'#000000'}]");
         QTest::newRow("invalid UTF-8")
             << json("[{'id':'A','name':'caf\xE9','bgHex':'#000000','textHex':'#000000'}]");
     }
@@ -181,9 +181,9 @@ private Q_SLOTS:
 
     // U+FEFF starting a text is part of it, raw or escaped, through a load and a save.
     void leadingFeffIsKept() {
-        writeFile(dir_.path("presets.json"),
-                  json("\xEF\xBB\xBF[{'id':'\xEF\xBB\xBF" "A','name':'\\ufeffRed',"
-                       "'bgHex':'#000000','textHex':'#FFFFFF'}]"));
+        writeFile(dir_.path("presets.json"), json("\xEF\xBB\xBF[{'id':'\xEF\xBB\xBF"
+                                                  "A','name':'\\ufeffRed',"
+                                                  "'bgHex':'#000000','textHex':'#FFFFFF'}]"));
         PresetStore store(dir_.path());
         const QString feff = QStringView(u"\uFEFF").toString();
         QCOMPARE(store.presets()[1].id, feff + "A");

@@ -82,7 +82,8 @@ private Q_SLOTS:
         QTest::newRow("keys and names apart by a leading U+FEFF")
             << json("{'\xEF\xBB\xBFS':'\xEF\xBB\xBFOne','S':'\\ufeffTwo'}")
             << QStringList{"S", QStringView(u"\uFEFFS").toString()}
-            << QStringList{QStringView(u"\uFEFFTwo").toString(), QStringView(u"\uFEFFOne").toString()}
+            << QStringList{QStringView(u"\uFEFFTwo").toString(),
+                           QStringView(u"\uFEFFOne").toString()}
             << QStringList{"", ""};
     }
     void migration() {
@@ -186,7 +187,8 @@ private Q_SLOTS:
                  "{'id':'aaaaaaaa-0000-4000-8000-000000000001','name':'Caf\\u00e9 "
                  "\\ud83d\\ude00\\n',"
                  " 'presetID':null,'bookmarks':null,'extra':'x'},"
-                 "{'id':'%B','name':'\xEF\xBB\xBF\xEF\xBB\xBF" "B','groups':['G2'],'bookmarks':["
+                 "{'id':'%B','name':'\xEF\xBB\xBF\xEF\xBB\xBF"
+                 "B','groups':['G2'],'bookmarks':["
                  "  {'id':'%A','kind':'url','label':'a','target':'t1','group':'G1'},"
                  "  {'id':'%B','kind':'file','label':'b','target':'t2','group':null},"
                  "  {'id':'%A','kind':'url','label':'c','target':'t3','group':'G2'}]}],"

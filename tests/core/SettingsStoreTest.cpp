@@ -72,9 +72,10 @@ private Q_SLOTS:
             "cornerPositionRaw": "plaid", "cornerVPaddingRaw": "plaid",
             "mcLabelWeightRaw": "plaid", "mcLabelVPositionRaw": "plaid",
             "appLanguage": "fr", "appAppearance": "sepia"})");
-        QTest::newRow("numbers that are not finite")
-            << QJsonObject{{"cornerFontSize", qInf()}, {"cornerMargin", -qInf()},
-                           {"cornerBgOpacity", qInf()}, {"mcLabelFontSize", -qInf()}};
+        QTest::newRow("numbers that are not finite") << QJsonObject{{"cornerFontSize", qInf()},
+                                                                    {"cornerMargin", -qInf()},
+                                                                    {"cornerBgOpacity", qInf()},
+                                                                    {"mcLabelFontSize", -qInf()}};
     }
     void defaultsAndFallbacks() {
         QFETCH(QJsonObject, stored);

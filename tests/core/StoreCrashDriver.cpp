@@ -29,9 +29,12 @@ int main(int argc, char* argv[]) {
     ProjectStore projects(folder.path());
     PresetStore presets(folder.path());
     const QString space = QStringLiteral("space");
-    ColorPreset preset = presets.presets().size() > 1 ? presets.presets().last() : presets.addPreset();
-    qlonglong state =
-        projects.nameForSpace(space).value_or(QString()).section(QLatin1Char('.'), 0, 0).toLongLong();
+    ColorPreset preset =
+        presets.presets().size() > 1 ? presets.presets().last() : presets.addPreset();
+    qlonglong state = projects.nameForSpace(space)
+                          .value_or(QString())
+                          .section(QLatin1Char('.'), 0, 0)
+                          .toLongLong();
     for (;;) {
         ++state;
         // Names of growing length, so that files change size as well as content.

@@ -1,7 +1,7 @@
 // The stored hot-key record: a record that reads back as a key is written as one that
 // reads back as the same key, and every text made from it can be made.
-#include "core/model/HotKey.h"
 #include "FuzzFolder.h"
+#include "core/model/HotKey.h"
 
 using namespace deskmark;
 

@@ -1,8 +1,8 @@
 // The legacy names.json through the migration: every Space of a file that decodes gets
 // its name and preset in the project store, and keeps them across a restart.
+#include "FuzzFolder.h"
 #include "core/model/ProjectFileCodec.h"
 #include "core/model/ProjectStore.h"
-#include "FuzzFolder.h"
 
 using namespace deskmark;
 

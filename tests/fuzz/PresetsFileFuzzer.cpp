@@ -1,7 +1,7 @@
 // presets.json through the store: presets read from a file that decodes are written
 // back by the next save and read again unchanged.
-#include "core/model/PresetStore.h"
 #include "FuzzFolder.h"
+#include "core/model/PresetStore.h"
 
 using namespace deskmark;
 

@@ -1,7 +1,7 @@
 // projects.json as the store decodes it: a text that decodes encodes to one that
 // decodes to the same projects and assignments.
-#include "core/model/ProjectFileCodec.h"
 #include "FuzzFolder.h"
+#include "core/model/ProjectFileCodec.h"
 
 using namespace deskmark;
 

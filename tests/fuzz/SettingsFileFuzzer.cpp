@@ -1,13 +1,13 @@
 // settings.json through the settings store and the corner label layout: whatever the
 // file holds, every display's label fits its monitor, and the values of a file that
 // decodes survive the store's first write unchanged.
+#include "FuzzFolder.h"
 #include "core/model/JsonReader.h"
 #include "core/model/SettingsStore.h"
 #include "core/overlay/CornerLabelLayout.h"
 #include "core/overlay/CornerOverlayController.h"
 #include "platform/fake/FakeLabelTextMeasurer.h"
 #include "platform/linux/SettingsFile.h"
-#include "FuzzFolder.h"
 
 #include <QJsonObject>
 
@@ -52,7 +52,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const SettingsStore settings(file, {QStringLiteral("terminal"), {}, false});
     // The displays the file names, and one it does not.
     QStringList displays{QStringLiteral("unknown")};
-    displays << settings.cornerFontSizeByDisplay().keys() << settings.cornerMarginByDisplay().keys();
+    displays << settings.cornerFontSizeByDisplay().keys()
+             << settings.cornerMarginByDisplay().keys();
     layOutLabels(settings, displays.mid(0, 8));
 
     if (!document || !document->isObject())

@@ -331,7 +331,8 @@ private Q_SLOTS:
                     QVERIFY2(mask.contains(QPoint(x, y)), qPrintable(at));
                 if (mask.contains(QPoint(x, y)))
                     QVERIFY2(alpha(x, y) + alpha(x - 1, y) + alpha(x + 1, y) + alpha(x, y - 1) +
-                                     alpha(x, y + 1) > 0,
+                                     alpha(x, y + 1) >
+                                 0,
                              qPrintable(at));
             }
         }

@@ -70,17 +70,14 @@ std::optional<QString> StoreFile::write(const QByteArray& data) {
     return std::nullopt;
 }
 
-bool StoreFile::save(const QByteArray& data) {
+void StoreFile::save(const QByteArray& data) {
     const std::optional<QString> error = write(data);
-    if (!error)
-        return true;
-    if (!failureReported_) {
-        failureReported_ = true;
-        systemLog(QStringLiteral("Deskmark: %1 の保存に失敗: %2").arg(fileName(), *error));
-        if (failureHandler())
-            failureHandler()(path_, *error);
-    }
-    return false;
+    if (!error || failureReported_)
+        return;
+    failureReported_ = true;
+    systemLog(QStringLiteral("Deskmark: %1 の保存に失敗: %2").arg(fileName(), *error));
+    if (failureHandler())
+        failureHandler()(path_, *error);
 }
 
 void StoreFile::setFailureHandler(FailureHandler handler) {
@@ -99,10 +96,11 @@ void StoreFile::removeStaleTemporaries(const QString& path) {
     for (const QString& name : names) {
         if (!temporary.match(name).hasMatch() || name.endsWith(QStringLiteral(".broken")))
             continue;
-        if (QFile::remove(folder.filePath(name)))
-            systemLog(QStringLiteral("Deskmark: 中断された保存の一時ファイル %1 を削除").arg(name));
-        else
-            systemLog(QStringLiteral("Deskmark: 中断された保存の一時ファイル %1 を削除できません").arg(name));
+        const QString line =
+            QFile::remove(folder.filePath(name))
+                ? QStringLiteral("Deskmark: 中断された保存の一時ファイル %1 を削除")
+                : QStringLiteral("Deskmark: 中断された保存の一時ファイル %1 を削除できません");
+        systemLog(line.arg(name));
     }
 }
 

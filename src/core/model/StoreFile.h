@@ -40,8 +40,8 @@ public:
 
     // write() for a store: a failure is logged and handed to the failure handler, the
     // first time only in this run, since a cause like a folder in the file's place
-    // stays and every later save would fail alike. True when the file was written.
-    bool save(const QByteArray& data);
+    // stays and every later save would fail alike.
+    void save(const QByteArray& data);
 
     // Who tells the user that a file cannot be saved (once per file and run): the
     // file's path and the error's description.

@@ -49,8 +49,9 @@ public:
                         const QRectF& visibleFrame);
 
     // Moves a placed label by the user offsets (positive: right and up) and clamps it
-    // into the visible frame inset by the margin (bounded as above). The far edges win: a label wider than
-    // the room ends at the right inset, one taller than the room starts at the top inset.
+    // into the visible frame inset by the margin (bounded as above). The far edges win: a label
+    // wider than the room ends at the right inset, one taller than the room starts at the top
+    // inset.
     static QRectF offset(const QRectF& base, double offsetX, double offsetY, double margin,
                          const QRectF& visibleFrame);
 

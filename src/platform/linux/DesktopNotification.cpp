@@ -12,8 +12,9 @@ bool DesktopNotification::show(const QString& summary, const QString& body) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected() || !bus.interface() || !bus.interface()->isServiceRegistered(service))
         return false;
-    QDBusMessage notify = QDBusMessage::createMethodCall(
-        service, QStringLiteral("/org/freedesktop/Notifications"), service, QStringLiteral("Notify"));
+    QDBusMessage notify =
+        QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/Notifications"),
+                                       service, QStringLiteral("Notify"));
     notify << QStringLiteral("Deskmark") << 0u << QString() << summary << body << QStringList()
            << QVariantMap() << -1;
     // Nothing waits for the id the service answers with.
