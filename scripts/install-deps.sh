@@ -12,6 +12,7 @@ packages=(
   dbus dbus-x11 trayer
   xterm thunar desktop-file-utils at-spi2-core
   fonts-noto-cjk fonts-dejavu-core
+  clang libclang-rt-14-dev
 )
 
 missing=()

@@ -3,6 +3,7 @@
 #include "core/app/Language.h"
 #include "core/model/AppFolders.h"
 #include "core/model/StoreFile.h"
+#include "platform/linux/DesktopNotification.h"
 #include "platform/linux/InstanceLock.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11WindowServer.h"
@@ -56,7 +57,21 @@ int main(int argc, char* argv[]) {
         return diagnose();
 
     chooseLanguage();
-    InstanceLock::ensureSingleInstance(AppFolders::dataFolder());
+    const QString settingsPath = AppFolders::configFolder() + QStringLiteral("/settings.json");
+    const QString dataFolder = AppFolders::dataFolder();
+    // Holding the lock, this is the only instance: no one else is writing the stores.
+    if (InstanceLock::ensureSingleInstance(dataFolder)) {
+        for (const QString& path : {dataFolder + QStringLiteral("/projects.json"),
+                                    dataFolder + QStringLiteral("/presets.json"), settingsPath})
+            StoreFile::removeStaleTemporaries(path);
+    }
+    StoreFile::setFailureHandler([](const QString& path, const QString& error) {
+        DesktopNotification::show(
+            localized("変更を保存できません", "Changes cannot be saved"),
+            localized("%1 に保存できません（%2）。変更は Deskmark を終了するまでしか残りません。",
+                      "Deskmark cannot save to %1 (%2). Changes last only until Deskmark quits.")
+                .arg(path, error));
+    });
     QApplication::setQuitOnLastWindowClosed(false);
 
     AppDelegate delegate;

@@ -3,11 +3,11 @@
 #include "ui/LabelFont.h"
 #include "ui/QtColor.h"
 
-#include <QBitmap>
-#include <QImage>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRegion>
 
+#include <algorithm>
 #include <cmath>
 
 namespace deskmark {
@@ -91,25 +91,43 @@ QPainterPath CornerLabelView::shape() const {
 void CornerLabelView::updateShape() {
     // Every pixel the shape touches at all, so that edges keep their antialiasing where
     // windows are composited, while without compositing the rounded ends' outside stays
-    // clear instead of showing the window's transparent pixels as black.
-    QImage coverage(size(), QImage::Format_Alpha8);
-    coverage.fill(0);
-    {
-        QPainter painter(&coverage);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.fillPath(shape(), Qt::black);
-    }
-    QImage touched(size(), QImage::Format_MonoLSB);
-    touched.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
-    touched.fill(0);
-    for (int y = 0; y < coverage.height(); ++y) {
-        const uchar* alpha = coverage.constScanLine(y);
-        for (int x = 0; x < coverage.width(); ++x) {
-            if (alpha[x] > 0)
-                touched.setPixel(x, y, 1);
-        }
-    }
-    setMask(QBitmap::fromImage(touched));
+    // clear instead of showing the window's transparent pixels as black. Worked out from
+    // the geometry: one span per pixel row where the ends curve, one rectangle between,
+    // so the cost follows the corner radius, never the label's area.
+    const QRectF box(frameOffset(), label_.frame.size());
+    const double radius =
+        std::clamp(label_.cornerRadius, 0.0, std::min(box.width(), box.height()) / 2);
+    const double straightTop = box.top() + radius;
+    const double straightBottom = box.bottom() - radius;
+    const int left = int(std::floor(box.left()));
+    const int right = int(std::ceil(box.right()));
+    // The row's widest extent is where it comes nearest to the straight part.
+    const auto row = [&](int y) {
+        const double y0 = std::max<double>(y, box.top());
+        const double y1 = std::min<double>(y + 1, box.bottom());
+        const double fromStraight = y1 < straightTop      ? straightTop - y1
+                                    : y0 > straightBottom ? y0 - straightBottom
+                                                          : 0;
+        const double inset =
+            radius - std::sqrt(std::max(0.0, radius * radius - fromStraight * fromStraight));
+        const int rowLeft = int(std::floor(box.left() + inset));
+        return QRect(rowLeft, y, int(std::ceil(box.right() - inset)) - rowLeft, 1);
+    };
+    const int top = int(std::floor(box.top()));
+    const int bottom = int(std::ceil(box.bottom()));
+    const int straightStart = std::min(bottom, int(std::ceil(straightTop)));
+    const int straightEnd = std::max(straightStart, int(std::floor(straightBottom)));
+    QList<QRect> rects;
+    for (int y = top; y < straightStart; ++y)
+        rects << row(y);
+    if (straightEnd > straightStart)
+        rects << QRect(left, straightStart, right - left, straightEnd - straightStart);
+    for (int y = straightEnd; y < bottom; ++y)
+        rects << row(y);
+    rects.removeIf([](const QRect& r) { return r.isEmpty(); });
+    QRegion touched;
+    touched.setRects(rects.constData(), int(rects.size()));
+    setMask(touched);
 }
 
 void CornerLabelView::paintEvent(QPaintEvent*) {

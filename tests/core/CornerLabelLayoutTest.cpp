@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <cmath>
+
 using namespace deskmark;
 
 namespace {
@@ -113,6 +115,62 @@ private Q_SLOTS:
         const QRectF base = CornerLabelLayout::place(size, position, 12, kVisible);
         QCOMPARE(CornerLabelLayout::offset(base, offset.x(), offset.y(), 12, kVisible),
                  QRectF(topLeft, size));
+    }
+
+    // The settings hold whatever the user or the file gave; the label still fits the
+    // monitor, its window rectangle is computed without overflow, and values that are
+    // not numbers count as the defaults.
+    void extremeSettingsStayOnTheMonitor_data() {
+        QTest::addColumn<double>("fontSize");
+        QTest::addColumn<double>("margin");
+        QTest::addColumn<double>("offset");
+        QTest::addColumn<double>("expectedFontSize");
+        QTest::addColumn<double>("expectedMargin");
+        const double inf = qInf();
+        // A quarter of the 700-point height at most; the margin to a quarter of 700 too.
+        QTest::newRow("font size 10,000") << 1e4 << 12.0 << 0.0 << 175.0 << 12.0;
+        QTest::newRow("font size 1e308") << 1e308 << 12.0 << 0.0 << 175.0 << 12.0;
+        QTest::newRow("font size zero") << 0.0 << 12.0 << 0.0 << 1.0 << 12.0;
+        QTest::newRow("negative font size") << -40.0 << 12.0 << 0.0 << 1.0 << 12.0;
+        QTest::newRow("margin 1e10") << 13.0 << 1e10 << 0.0 << 13.0 << 175.0;
+        QTest::newRow("margin -1e308") << 13.0 << -1e308 << 0.0 << 13.0 << 0.0;
+        QTest::newRow("offsets 1e308") << 13.0 << 12.0 << 1e308 << 13.0 << 12.0;
+        QTest::newRow("offsets -1e308") << 13.0 << 12.0 << -1e308 << 13.0 << 12.0;
+        QTest::newRow("not numbers") << qQNaN() << qQNaN() << qQNaN() << 13.0 << 0.0;
+        QTest::newRow("infinite") << inf << -inf << inf << 13.0 << 0.0;
+    }
+    void extremeSettingsStayOnTheMonitor() {
+        QFETCH(double, fontSize);
+        QFETCH(double, margin);
+        QFETCH(double, offset);
+        QFETCH(double, expectedFontSize);
+        QFETCH(double, expectedMargin);
+        const FakeLabelTextMeasurer measurer;
+        for (const CornerShape shape : {CornerShape::Capsule, CornerShape::Square}) {
+            CornerLabelStyle look = style(CornerPosition::BottomRight, margin);
+            look.fontSize = fontSize;
+            look.shape = shape;
+            look.vPadding = CornerVPadding::Normal;
+            look.offsetX = look.offsetY = offset;
+            const auto geometry =
+                CornerLabelLayout::layout("Deskmark project", look, kVisible, measurer);
+            QCOMPARE(geometry.fontSize, expectedFontSize);
+            const QRectF inset =
+                kVisible.adjusted(expectedMargin, expectedMargin, -expectedMargin, -expectedMargin);
+            const QRectF& frame = geometry.frame;
+            QVERIFY2(inset.contains(frame) && kVisible.contains(QRectF(frame.toAlignedRect())),
+                     qPrintable(QStringLiteral("%1,%2 %3x%4")
+                                    .arg(frame.x())
+                                    .arg(frame.y())
+                                    .arg(frame.width())
+                                    .arg(frame.height())));
+            // Huge offsets push it to the insets; infinite ones count as none.
+            const double moved = std::isfinite(offset) ? offset : 0;
+            QCOMPARE(frame.left(), moved < 0 ? inset.left() : inset.right() - frame.width());
+            QCOMPARE(moved > 0 ? frame.top() : frame.bottom(),
+                     moved > 0 ? inset.top() : inset.bottom());
+            QVERIFY(geometry.cornerRadius <= geometry.frame.height() / 2);
+        }
     }
 };
 

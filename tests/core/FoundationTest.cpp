@@ -94,6 +94,27 @@ private Q_SLOTS:
         QCOMPARE(readFile(path), QByteArray("[ damaged"));
     }
 
+    // What a write cut short leaves beside a store file goes at the next start; the
+    // user's copies and other files stay.
+    void staleTemporariesAreRemoved() {
+        QTemporaryDir dir;
+        const QStringList kept{"projects.json", "projects.json.broken", "projects.json.Ab12",
+                               "presets.json.Ab12Cd", "projects.json.Ab12Cd.x"};
+        for (const QString& name :
+             kept + QStringList{"projects.json.Ab12Cd", "projects.json.x9Y8z7"})
+            writeFile(dir.filePath(name), "x");
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Deskmark: 中断された保存の一時ファイル projects.json.Ab12Cd を削除");
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Deskmark: 中断された保存の一時ファイル projects.json.x9Y8z7 を削除");
+        StoreFile::removeStaleTemporaries(dir.filePath("projects.json"));
+        QStringList left = QDir(dir.path()).entryList(QDir::Files);
+        left.sort();
+        QStringList expected = kept;
+        expected.sort();
+        QCOMPARE(left, expected);
+    }
+
     void fakeSchedulerRunsDueActionsInTimeOrder() {
         using namespace std::chrono_literals;
         FakeScheduler scheduler;

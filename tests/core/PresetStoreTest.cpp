@@ -158,6 +158,11 @@ private Q_SLOTS:
         QTest::newRow("a key missing") << json("[{'id':'A','name':'n','bgHex':'#000000'}]");
         QTest::newRow("a number for a string")
             << json("[{'id':'A','name':1,'bgHex':'#000000','textHex':'#000000'}]");
+        // Read as strictly as projects.json: no text that could never be written back.
+        QTest::newRow("lone surrogate escapes")
+            << json("[{'id':'A','name':'\\ud83d\\ued00','bgHex':'#000000','textHex':'#000000'}]");
+        QTest::newRow("invalid UTF-8")
+            << json("[{'id':'A','name':'caf\xE9','bgHex':'#000000','textHex':'#000000'}]");
     }
     void undecodableFileIsSetAside() {
         QFETCH(QByteArray, file);
@@ -172,6 +177,19 @@ private Q_SLOTS:
         store.addPreset();
         QCOMPARE(readFile(path + ".broken"), file);
         QCOMPARE(::ids(PresetStore(dir_.path())).size(), 2);
+    }
+
+    // U+FEFF starting a text is part of it, raw or escaped, through a load and a save.
+    void leadingFeffIsKept() {
+        writeFile(dir_.path("presets.json"), json("\xEF\xBB\xBF[{'id':'\xEF\xBB\xBF"
+                                                  "A','name':'\\ufeffRed',"
+                                                  "'bgHex':'#000000','textHex':'#FFFFFF'}]"));
+        PresetStore store(dir_.path());
+        const QString feff = QStringView(u"\uFEFF").toString();
+        QCOMPARE(store.presets()[1].id, feff + "A");
+        QCOMPARE(store.presets()[1].name, feff + "Red");
+        store.updatePreset(store.presets()[1]);
+        QCOMPARE(PresetStore(dir_.path()).presets(), store.presets());
     }
 
     void unencodableTextLeavesTheGoodFile() {

@@ -78,6 +78,13 @@ private Q_SLOTS:
             << QStringList{"Same", "Same", ""} << QStringList{"", "", ""};
         QTest::newRow("empty object")
             << QByteArray("{}") << QStringList{} << QStringList{} << QStringList{};
+        // U+FEFF is an ordinary character inside a string, raw or escaped.
+        QTest::newRow("keys and names apart by a leading U+FEFF")
+            << json("{'\xEF\xBB\xBFS':'\xEF\xBB\xBFOne','S':'\\ufeffTwo'}")
+            << QStringList{"S", QStringView(u"\uFEFFS").toString()}
+            << QStringList{QStringView(u"\uFEFFTwo").toString(),
+                           QStringView(u"\uFEFFOne").toString()}
+            << QStringList{"", ""};
     }
     void migration() {
         QFETCH(QByteArray, namesJson);
@@ -172,24 +179,30 @@ private Q_SLOTS:
 
     void loadAcceptsWhatTheFormatAllows() {
         // Version 7, optional keys absent or null, unknown keys, escapes, a byte-order
-        // mark, lower-case ids and an assignment to a project that no longer exists.
+        // mark before the text and U+FEFF starting a string, lower-case ids and an
+        // assignment to a project that no longer exists.
         const QByteArray file =
             "\xEF\xBB\xBF" +
             json("{'future':{'deep':[1,2.5e3,true,null,{'x':[]}]},'version':7,'projects':["
                  "{'id':'aaaaaaaa-0000-4000-8000-000000000001','name':'Caf\\u00e9 "
                  "\\ud83d\\ude00\\n',"
                  " 'presetID':null,'bookmarks':null,'extra':'x'},"
-                 "{'id':'%B','name':'B','groups':['G2'],'bookmarks':["
+                 "{'id':'%B','name':'\xEF\xBB\xBF\xEF\xBB\xBF"
+                 "B','groups':['G2'],'bookmarks':["
                  "  {'id':'%A','kind':'url','label':'a','target':'t1','group':'G1'},"
                  "  {'id':'%B','kind':'file','label':'b','target':'t2','group':null},"
                  "  {'id':'%A','kind':'url','label':'c','target':'t3','group':'G2'}]}],"
-                 "'assignments':{'s1':'%A','gone':'CCCCCCCC-0000-4000-8000-000000000003'}}")
+                 "'assignments':{'s1':'%A','\xEF\xBB\xBFs1':'%B',"
+                 "'gone':'CCCCCCCC-0000-4000-8000-000000000003'}}")
                 .replace("%A", kIdA)
                 .replace("%B", kIdB);
         writeFile(dir_.path("projects.json"), file);
         ProjectStore store(dir_.path());
-        QCOMPARE(names(store.projects()), (QStringList{"Café 😀\n", "B"}));
+        // (QString(const char*) would drop a leading U+FEFF too: hence the UTF-16 literals.)
+        const QString bomB = QStringView(u"\uFEFF\uFEFFB").toString();
+        QCOMPARE(names(store.projects()), (QStringList{"Café 😀\n", bomB}));
         QCOMPARE(store.nameForSpace("s1"), std::optional<QString>("Café 😀\n"));
+        QCOMPARE(store.nameForSpace(QStringView(u"\uFEFFs1").toString()), std::optional(bomB));
         QVERIFY(store.assignments().contains("gone"));
         QVERIFY(!store.projectForSpace("gone"));
 
@@ -278,15 +291,22 @@ private Q_SLOTS:
         QCOMPARE(names(ProjectStore(dir_.path()).projects()), (QStringList{"Fresh", "Fresher"}));
     }
 
+    // Every save fails for the whole run: the user is told once, the log has one line.
     void folderWhereTheFileShouldBe() {
         QVERIFY(QDir().mkpath(dir_.path("projects.json/inside")));
+        QStringList told;
+        StoreFile::setFailureHandler([&](const QString& path, const QString&) { told << path; });
         QTest::ignoreMessage(QtWarningMsg, "Deskmark: projects.json の読み込みに失敗");
         ProjectStore store(dir_.path());
         QSignalSpy changed(&store, &ProjectStore::changed);
         QTest::ignoreMessage(QtWarningMsg, kSaveFailed);
         store.setName("Kept", "s");
+        store.setName("Kept too", "t");
+        store.addProject("And this", std::nullopt);
+        StoreFile::setFailureHandler(nullptr);
         QCOMPARE(store.nameForSpace("s"), std::optional<QString>("Kept"));
-        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.count(), 3);
+        QCOMPARE(told, QStringList{dir_.path("projects.json")});
         QVERIFY(QFileInfo(dir_.path("projects.json/inside")).isDir());
     }
 

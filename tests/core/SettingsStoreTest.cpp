@@ -72,6 +72,10 @@ private Q_SLOTS:
             "cornerPositionRaw": "plaid", "cornerVPaddingRaw": "plaid",
             "mcLabelWeightRaw": "plaid", "mcLabelVPositionRaw": "plaid",
             "appLanguage": "fr", "appAppearance": "sepia"})");
+        QTest::newRow("numbers that are not finite") << QJsonObject{{"cornerFontSize", qInf()},
+                                                                    {"cornerMargin", -qInf()},
+                                                                    {"cornerBgOpacity", qInf()},
+                                                                    {"mcLabelFontSize", -qInf()}};
     }
     void defaultsAndFallbacks() {
         QFETCH(QJsonObject, stored);
@@ -283,11 +287,19 @@ private Q_SLOTS:
         qunsetenv("XDG_CONFIG_HOME");
     }
 
+    void undecodableSettingsAreSetAsideBeforeTheFirstWrite_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("truncated") << QByteArray("{\"cornerFontSize\": 20,");
+        // Read as strictly as projects.json: no text that could never be written back.
+        QTest::newRow("lone surrogate escape")
+            << QByteArray("{\"cornerFontSize\": 20, \"appLanguage\": \"\\udc00\"}");
+    }
     void undecodableSettingsAreSetAsideBeforeTheFirstWrite() {
+        QFETCH(QByteArray, content);
         QTemporaryDir dir;
         const QString path = dir.filePath("Deskmark/settings.json");
         QVERIFY(QDir().mkpath(dir.filePath("Deskmark")));
-        writeFile(path, "{\"cornerFontSize\": 20,");
+        writeFile(path, content);
 
         QTest::ignoreMessage(QtWarningMsg,
                              "Deskmark: settings.json のデコードに失敗（既定値で開始）");
@@ -297,7 +309,7 @@ private Q_SLOTS:
         SettingsFile file(path);
         const auto store = storeOver(file); // writes the overrides dictionary at start
         QCOMPARE(store->cornerFontSize(), 13.0);
-        QCOMPARE(readFile(path + ".broken"), QByteArray("{\"cornerFontSize\": 20,"));
+        QCOMPARE(readFile(path + ".broken"), content);
         QCOMPARE(SettingsFile(path).value("cornerOverridesByDisplay"), QJsonValue(QJsonObject()));
     }
 

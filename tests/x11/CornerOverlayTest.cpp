@@ -3,11 +3,15 @@
 #include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
 #include "platform/linux/X11WindowServer.h"
+#include "ui/CornerLabelView.h"
 #include "ui/QtCornerLabelWindows.h"
 #include "ui/QtLabelTextMeasurer.h"
 #include "ui/QtScreenProvider.h"
 
+#include <QElapsedTimer>
 #include <QImage>
+#include <QPainter>
+#include <QPainterPath>
 #include <QProcess>
 #include <QTest>
 
@@ -278,6 +282,60 @@ private Q_SLOTS:
         const double gapBelow = image.height() - 1 - bottom;
         QVERIFY2(std::abs(gapAbove - gapBelow) <= 2.0,
                  qPrintable(QStringLiteral("%1 above, %2 below").arg(gapAbove).arg(gapBelow)));
+    }
+
+    // The window is cut to every pixel its antialiased shape touches, and the cut is
+    // worked out from the geometry: a label the size of a wall costs no more than a small
+    // one (its window stays off screen here: it is faded out before it is first set).
+    void theMaskHoldsThePixelsTheShapeTouches_data() {
+        QTest::addColumn<QRectF>("frame");
+        QTest::addColumn<double>("radius");
+        QTest::newRow("capsule") << QRectF(10, 10, 120, 36) << 18.0;
+        QTest::newRow("capsule at a fractional position") << QRectF(10.3, 10.6, 97.5, 29.2) << 14.6;
+        QTest::newRow("square") << QRectF(10.5, 10.25, 80, 30) << 0.0;
+        QTest::newRow("tall capsule") << QRectF(10, 10.5, 30, 90) << 15.0;
+        QTest::newRow("wall-sized capsule") << QRectF(0, 0, 30000, 16000) << 8000.0;
+    }
+    void theMaskHoldsThePixelsTheShapeTouches() {
+        QFETCH(QRectF, frame);
+        QFETCH(double, radius);
+        CornerLabelView view;
+        view.fadeTo(false, 0);
+        QElapsedTimer timer;
+        timer.start();
+        view.setLabel(CornerLabel{"x", 13, CornerWeight::Regular, {}, frame, radius, {}}, {}, 1);
+        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+        const QRegion mask = view.mask();
+        QCOMPARE(mask.boundingRect(), view.rect());
+        QVERIFY(!mask.contains(QPoint(0, 0)) || radius == 0);
+        if (frame.width() > 1000)
+            return;
+        // The antialiased shape: a pixel it covers clearly is in the mask, and a pixel in
+        // the mask is covered, or next to one that is (coverage below 1/255 rounds away).
+        QImage coverage(view.size(), QImage::Format_Alpha8);
+        coverage.fill(0);
+        QPainter painter(&coverage);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPainterPath path;
+        const QPointF origin = frame.topLeft() - view.geometry().topLeft();
+        path.addRoundedRect(QRectF(origin, frame.size()), radius, radius);
+        painter.fillPath(path, Qt::black);
+        painter.end();
+        const auto alpha = [&](int x, int y) {
+            return coverage.rect().contains(x, y) ? coverage.pixelColor(x, y).alpha() : 0;
+        };
+        for (int y = 0; y < coverage.height(); ++y) {
+            for (int x = 0; x < coverage.width(); ++x) {
+                const QString at = QStringLiteral("%1,%2").arg(x).arg(y);
+                if (alpha(x, y) >= 8)
+                    QVERIFY2(mask.contains(QPoint(x, y)), qPrintable(at));
+                if (mask.contains(QPoint(x, y)))
+                    QVERIFY2(alpha(x, y) + alpha(x - 1, y) + alpha(x + 1, y) + alpha(x, y - 1) +
+                                     alpha(x, y + 1) >
+                                 0,
+                             qPrintable(at));
+            }
+        }
     }
 };
 

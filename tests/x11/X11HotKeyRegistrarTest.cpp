@@ -13,6 +13,7 @@ using namespace deskmark;
 
 namespace {
 constexpr quint32 keyF5 = 96;
+constexpr quint32 keyX = 7;
 constexpr quint16 altSuper = XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 constexpr quint16 numLock = XCB_MOD_MASK_2; // where Xvfb's keymap puts Num_Lock
 constexpr int pressTimeout = 3000;
@@ -156,7 +157,13 @@ private Q_SLOTS:
             runTool(QStringLiteral("xmodmap"),
                     {QStringLiteral("-e"), line(b, swapped ? "x X" : "b B"), QStringLiteral("-e"),
                      line(x, swapped ? "b B" : "x X")});
-            QTest::qWait(300); // the registrar reads the mapping change
+            // The registrar grabs again in the same turn in which it reads the second
+            // change; its key table shows that turn has come. A fixed pause here lost the
+            // race on a busy machine: the press went out before the new grab.
+            QTRY_VERIFY_WITH_TIMEOUT(
+                registrar.keyCodeForScanCode(x) == std::optional(swapped ? keyB : keyX) &&
+                    registrar.keyCodeForScanCode(b) == std::optional(swapped ? keyX : keyB),
+                pressTimeout);
         };
 
         swapBAndX(true);

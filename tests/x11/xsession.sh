@@ -16,14 +16,25 @@ cleanup() {
 }
 trap cleanup EXIT
 
-exec {fd}<> <(:)
-Xvfb -displayfd "$fd" -screen 0 2560x800x24 -nolisten tcp +extension RANDR \
-  >"$workdir/xvfb.log" 2>&1 &
-pids+=($!)
+# Xvfb picks a free display number itself. Another X server starting at the same moment
+# (other sessions on a busy machine) can take the number it picked, and it then gives
+# up: it is started again, up to three times.
 display=""
-for _ in $(seq 300); do
-  read -r -t 0.1 -u "$fd" display && break || true
+for _ in 1 2 3; do
+  exec {fd}<> <(:)
+  Xvfb -displayfd "$fd" -screen 0 2560x800x24 -nolisten tcp +extension RANDR \
+    >"$workdir/xvfb.log" 2>&1 &
+  xvfb=$!
+  for _ in $(seq 300); do
+    read -r -t 0.1 -u "$fd" display && break || true
+    kill -0 "$xvfb" 2>/dev/null || break
+  done
+  exec {fd}<&-
+  [ -n "$display" ] && break
+  kill "$xvfb" 2>/dev/null || true
+  wait "$xvfb" 2>/dev/null || true
 done
+pids+=($xvfb)
 [ -n "$display" ] || { echo "xsession: Xvfb did not start" >&2; cat "$workdir/xvfb.log" >&2; exit 1; }
 export DISPLAY=":$display"
 

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cmath>
 #include <optional>
 
 namespace deskmark {
@@ -23,10 +24,13 @@ template <> struct JsonCodec<bool> {
     }
 };
 
+// A number that is not finite is taken as a value of the wrong type.
 template <> struct JsonCodec<double> {
     static QJsonValue encode(double value) { return value; }
     static std::optional<double> decode(const QJsonValue& json) {
-        return json.isDouble() ? std::optional(json.toDouble()) : std::nullopt;
+        if (!json.isDouble() || !std::isfinite(json.toDouble()))
+            return std::nullopt;
+        return json.toDouble();
     }
 };
 

@@ -1,5 +1,6 @@
 #include "core/model/JsonReader.h"
 
+#include <QStringDecoder>
 #include <QStringView>
 
 #include <array>
@@ -38,6 +39,29 @@ JsonReader::JsonReader(const QByteArray& data)
     // A byte-order mark is tolerated, as editors sometimes add one.
     if (QByteArrayView(source_).startsWith("\xEF\xBB\xBF"))
         pos_ = 3;
+}
+
+std::optional<QJsonDocument> JsonReader::strictDocument(const QByteArray& data) {
+    JsonReader reader(data);
+    if (!reader.skipValue() || !reader.atEnd())
+        return std::nullopt;
+    // Qt drops a U+FEFF that starts a string when it is written raw, not when it is
+    // escaped. In text this reader accepts, those bytes stand only inside strings, once
+    // a byte-order mark before the text is gone.
+    QByteArray text = data;
+    if (text.startsWith("\xEF\xBB\xBF"))
+        text.remove(0, 3);
+    text.replace("\xEF\xBB\xBF", "\\ufeff");
+    QJsonParseError error{};
+    QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error != QJsonParseError::NoError)
+        return std::nullopt;
+    return document;
+}
+
+QString JsonReader::text(QByteArrayView utf8) {
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    return decoder(utf8);
 }
 
 void JsonReader::skipWhitespace() {
@@ -192,7 +216,7 @@ std::optional<QString> JsonReader::readString() {
     const auto view = readStringView();
     if (!view)
         return std::nullopt;
-    return QString::fromUtf8(*view);
+    return text(*view);
 }
 
 bool JsonReader::decodeEscapedString(qsizetype start) {

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QJsonDocument>
 #include <QString>
 
 #include <optional>
@@ -28,6 +29,15 @@ public:
     enum class Type { Null, Bool, Number, String, Array, Object, Invalid };
 
     explicit JsonReader(const QByteArray& data);
+
+    // The document of a whole text that this reader accepts, parsed by Qt; nothing for a
+    // text it refuses. Qt's own parser takes lone surrogate escapes, which no UTF-8 file
+    // can be written back with, so a store read through QJsonDocument checks here first.
+    static std::optional<QJsonDocument> strictDocument(const QByteArray& data);
+
+    // UTF-8 as text, a leading U+FEFF included: it is part of the string here, not a
+    // byte-order mark to drop.
+    static QString text(QByteArrayView utf8);
 
     // Marks the text as unusable, for a decoder that finds a value it cannot accept.
     void fail() { failed_ = true; }

@@ -3,6 +3,7 @@
 #include "core/app/Language.h"
 #include "core/app/SystemLog.h"
 #include "core/model/AppFolders.h"
+#include "core/model/JsonReader.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -20,12 +21,11 @@ const RgbColor kWhite{1, 1, 1};
 
 // Every element must decode; one bad preset makes the whole file undecodable.
 std::optional<QList<ColorPreset>> decodePresets(const QByteArray& data) {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(data, &error);
-    if (error.error != QJsonParseError::NoError || !document.isArray())
+    const std::optional<QJsonDocument> document = JsonReader::strictDocument(data);
+    if (!document || !document->isArray())
         return std::nullopt;
     QList<ColorPreset> presets;
-    for (const QJsonValue& value : document.array()) {
+    for (const QJsonValue& value : document->array()) {
         auto preset = ColorPreset::fromJson(value);
         if (!preset)
             return std::nullopt;
@@ -125,8 +125,7 @@ void PresetStore::save() {
         systemLog(QStringLiteral("Deskmark: presets.json のエンコードに失敗"));
         return;
     }
-    if (const auto error = file_.write(*data))
-        systemLog(QStringLiteral("Deskmark: presets.json の保存に失敗: ") + *error);
+    file_.save(*data);
 }
 
 void PresetStore::commit() {

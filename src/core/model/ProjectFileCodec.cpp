@@ -197,7 +197,7 @@ void readAssignments(JsonReader& in, QHash<QString, QUuid>& into) {
     QByteArrayView key;
     in.beginObject();
     while (in.nextMember(key)) {
-        const QString space = QString::fromUtf8(key);
+        const QString space = JsonReader::text(key);
         readUuid(in, into[space]);
     }
 }
@@ -232,7 +232,7 @@ std::optional<QMap<QString, SpaceStyle>> readNames(const QByteArray& data, ReadS
     QByteArrayView key;
     in.beginObject();
     while (in.nextMember(key)) {
-        SpaceStyle& style = styles[QString::fromUtf8(key)];
+        SpaceStyle& style = styles[JsonReader::text(key)];
         style = SpaceStyle();
         readStyle(in, style);
     }

@@ -76,8 +76,7 @@ void ProjectStore::save() {
         return;
     }
     lastFileSize_ = data->size();
-    if (const auto error = file_.write(*data))
-        systemLog(QStringLiteral("Deskmark: projects.json の保存に失敗: ") + *error);
+    file_.save(*data);
 }
 
 void ProjectStore::migrateFromNames() {

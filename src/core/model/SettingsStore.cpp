@@ -108,8 +108,8 @@ void SettingsStore::loadCornerFontSizeByDisplay() {
         return;
     const QJsonObject older = defaults_.value(QLatin1String("cornerSizeByDisplay")).toObject();
     for (auto it = older.begin(); it != older.end(); ++it) {
-        if (it.value().isDouble())
-            cornerFontSizeByDisplay_.value.insert(it.key(), it.value().toDouble());
+        if (const auto size = JsonCodec<double>::decode(it.value()))
+            cornerFontSizeByDisplay_.value.insert(it.key(), *size);
     }
 }
 

@@ -2,11 +2,20 @@
 
 #include "core/app/SystemLog.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 namespace deskmark {
+
+namespace {
+StoreFile::FailureHandler& failureHandler() {
+    static StoreFile::FailureHandler handler;
+    return handler;
+}
+} // namespace
 
 StoreFile::StoreFile(QString path) : path_(std::move(path)) {}
 
@@ -59,6 +68,40 @@ std::optional<QString> StoreFile::write(const QByteArray& data) {
     if (!file.commit())
         return file.errorString();
     return std::nullopt;
+}
+
+void StoreFile::save(const QByteArray& data) {
+    const std::optional<QString> error = write(data);
+    if (!error || failureReported_)
+        return;
+    failureReported_ = true;
+    systemLog(QStringLiteral("Deskmark: %1 の保存に失敗: %2").arg(fileName(), *error));
+    if (failureHandler())
+        failureHandler()(path_, *error);
+}
+
+void StoreFile::setFailureHandler(FailureHandler handler) {
+    failureHandler() = std::move(handler);
+}
+
+void StoreFile::removeStaleTemporaries(const QString& path) {
+    // QSaveFile writes "<name>.XXXXXX" (letters and digits) and renames it over the
+    // file; ".broken" has the same shape but is the user's copy.
+    const QFileInfo file(path);
+    const QRegularExpression temporary(
+        QStringLiteral("^%1\\.[A-Za-z0-9]{6}$").arg(QRegularExpression::escape(file.fileName())));
+    const QDir folder = file.absoluteDir();
+    const QStringList names = folder.entryList({file.fileName() + QStringLiteral(".*")},
+                                               QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString& name : names) {
+        if (!temporary.match(name).hasMatch() || name.endsWith(QStringLiteral(".broken")))
+            continue;
+        const QString line =
+            QFile::remove(folder.filePath(name))
+                ? QStringLiteral("Deskmark: 中断された保存の一時ファイル %1 を削除")
+                : QStringLiteral("Deskmark: 中断された保存の一時ファイル %1 を削除できません");
+        systemLog(line.arg(name));
+    }
 }
 
 } // namespace deskmark

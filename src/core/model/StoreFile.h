@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace deskmark {
@@ -37,11 +38,27 @@ public:
     // which case the previous file is untouched.
     std::optional<QString> write(const QByteArray& data);
 
+    // write() for a store: a failure is logged and handed to the failure handler, the
+    // first time only in this run, since a cause like a folder in the file's place
+    // stays and every later save would fail alike.
+    void save(const QByteArray& data);
+
+    // Who tells the user that a file cannot be saved (once per file and run): the
+    // file's path and the error's description.
+    using FailureHandler = std::function<void(const QString& path, const QString& error)>;
+    static void setFailureHandler(FailureHandler handler);
+
+    // Removes the temporary copies a write cut short left beside the file at `path`
+    // ("<name>.XXXXXX"), logging each. Only for a process that knows no other one is
+    // writing there, the holder of the instance lock.
+    static void removeStaleTemporaries(const QString& path);
+
 private:
     std::optional<QString> setBrokenFileAside();
 
     QString path_;
     bool brokenPending_ = false;
+    bool failureReported_ = false;
 };
 
 } // namespace deskmark

@@ -5,28 +5,50 @@
 
 namespace deskmark {
 
+namespace {
+
+// A finite value within [low, high] (low wins over a high below it); anything else is
+// the fallback.
+double bounded(double value, double low, double high, double fallback) {
+    if (!std::isfinite(value))
+        value = fallback;
+    return std::max(low, std::min(value, high));
+}
+
+} // namespace
+
+double CornerLabelLayout::boundedFontSize(double fontSize, const QRectF& visibleFrame) {
+    return bounded(fontSize, 1, visibleFrame.height() / 4, CornerLabelStyle().fontSize);
+}
+
+double CornerLabelLayout::boundedMargin(double margin, const QRectF& visibleFrame) {
+    const double shorterSide = std::min(visibleFrame.width(), visibleFrame.height());
+    return bounded(margin, 0, shorterSide / 4, CornerLabelStyle().margin);
+}
+
 CornerLabelLayout::Geometry CornerLabelLayout::layout(const QString& text,
                                                       const CornerLabelStyle& style,
                                                       const QRectF& visibleFrame,
                                                       const LabelTextMeasurer& measurer) {
-    const double textWidth = measurer.textWidth(text, style.fontSize, style.weight);
-    const GlyphYBounds glyphs = measurer.glyphYBounds(text, style.fontSize, style.weight);
+    const double fontSize = boundedFontSize(style.fontSize, visibleFrame);
+    const double margin = boundedMargin(style.margin, visibleFrame);
+    const double textWidth = measurer.textWidth(text, fontSize, style.weight);
+    const GlyphYBounds glyphs = measurer.glyphYBounds(text, fontSize, style.weight);
     const double glyphHeight = std::ceil(glyphs.height());
 
-    const double vPadding =
-        style.fontSize * (style.vPadding == CornerVPadding::Normal ? 0.5 : 0.3);
-    const double height = glyphHeight + 2 * vPadding;
-    const double hPadding = style.shape == CornerShape::Capsule ? height * 0.5
-                                                                 : style.fontSize * 0.6;
-    const double width = textWidth + 2 * hPadding;
+    const double vPadding = fontSize * (style.vPadding == CornerVPadding::Normal ? 0.5 : 0.3);
+    // Never larger than the room inside the margins.
+    const double height = std::min(glyphHeight + 2 * vPadding, visibleFrame.height() - 2 * margin);
+    const double hPadding = style.shape == CornerShape::Capsule ? height * 0.5 : fontSize * 0.6;
+    const double width = std::min(textWidth + 2 * hPadding, visibleFrame.width() - 2 * margin);
 
     Geometry geometry;
-    geometry.base = place(QSizeF(width, height), style.position, style.margin, visibleFrame);
-    geometry.frame =
-        offset(geometry.base, style.offsetX, style.offsetY, style.margin, visibleFrame);
+    geometry.base = place(QSizeF(width, height), style.position, margin, visibleFrame);
+    geometry.frame = offset(geometry.base, style.offsetX, style.offsetY, margin, visibleFrame);
     geometry.cornerRadius = style.shape == CornerShape::Capsule ? height / 2 : 0;
     // The middle of the glyphs' span goes to the middle of the label.
     geometry.textOrigin = QPointF(hPadding, height / 2 - (glyphs.minY + glyphs.maxY) / 2);
+    geometry.fontSize = fontSize;
     return geometry;
 }
 
@@ -75,9 +97,11 @@ QRectF CornerLabelLayout::offset(const QRectF& base, double offsetX, double offs
                                  double margin, const QRectF& v) {
     const double w = base.width();
     const double h = base.height();
-    // Offsets count upwards; these coordinates count downwards.
-    double x = base.left() + offsetX;
-    double y = base.top() - offsetY;
+    margin = boundedMargin(margin, v);
+    // Offsets count upwards; these coordinates count downwards. Beyond the frame's size
+    // an offset changes nothing, so it is bounded to that before any arithmetic.
+    double x = base.left() + bounded(offsetX, -v.width(), v.width(), 0);
+    double y = base.top() - bounded(offsetY, -v.height(), v.height(), 0);
     x = std::min(std::max(x, v.left() + margin), v.right() - w - margin);
     y = std::max(std::min(y, v.bottom() - h - margin), v.top() + margin);
     return QRectF(x, y, w, h);

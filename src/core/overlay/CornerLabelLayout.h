@@ -23,7 +23,18 @@ public:
         double cornerRadius = 0;
         // The text's baseline start in label coordinates.
         QPointF textOrigin;
+        // The font size the label was laid out for, which the text is drawn at.
+        double fontSize = 0;
     };
+
+    // The settings are kept as the user or the file gave them; here they are bounded to
+    // what the monitor can show. The font size goes from 1 to a quarter of the visible
+    // frame's height, the margin from 0 to a quarter of its shorter side, and a label
+    // never gets larger than the room inside the margins (its text is cut at the label's
+    // edge). A value
+    // that is not a number or infinite counts as the style's default.
+    static double boundedFontSize(double fontSize, const QRectF& visibleFrame);
+    static double boundedMargin(double margin, const QRectF& visibleFrame);
 
     // The size follows the text: its advance width and the tight height of its glyphs
     // (rounded up), plus the padding. Vertical padding per side is 0.5 × the font size
@@ -38,8 +49,9 @@ public:
                         const QRectF& visibleFrame);
 
     // Moves a placed label by the user offsets (positive: right and up) and clamps it
-    // into the visible frame inset by the margin. The far edges win: a label wider than
-    // the room ends at the right inset, one taller than the room starts at the top inset.
+    // into the visible frame inset by the margin (bounded as above). The far edges win: a label
+    // wider than the room ends at the right inset, one taller than the room starts at the top
+    // inset.
     static QRectF offset(const QRectF& base, double offsetX, double offsetY, double margin,
                          const QRectF& visibleFrame);
 

@@ -62,12 +62,12 @@ CornerOverlayController::wanted(const CGSDisplay& display, const QList<ScreenInf
         return std::nullopt;
 
     const ColorPair colors = resolveColors(SpaceStyle{project->name, project->presetID}, uuid);
-    const CornerLabelStyle look = style(uuid);
+    const CornerLabelStyle look = style(settings_, uuid);
     const CornerLabelLayout::Geometry geometry =
         CornerLabelLayout::layout(project->name, look, screen->visibleFrame, measurer_);
 
     Wanted result;
-    result.label = CornerLabel{project->name,    look.fontSize,         look.weight,
+    result.label = CornerLabel{project->name,    geometry.fontSize,     look.weight,
                                colors.text,      geometry.frame,        geometry.cornerRadius,
                                geometry.textOrigin};
     result.background = colors.bg;
@@ -77,16 +77,17 @@ CornerOverlayController::wanted(const CGSDisplay& display, const QList<ScreenInf
     return result;
 }
 
-CornerLabelStyle CornerOverlayController::style(const QString& displayUUID) const {
+CornerLabelStyle CornerOverlayController::style(const SettingsStore& settings,
+                                                const QString& displayUUID) {
     CornerLabelStyle style;
-    style.fontSize = settings_.cornerFontSize(displayUUID);
-    style.weight = settings_.cornerWeight(displayUUID);
-    style.vPadding = settings_.cornerVPadding(displayUUID);
-    style.shape = settings_.cornerShape(displayUUID);
-    style.position = settings_.cornerPosition(displayUUID);
-    style.margin = settings_.cornerMargin(displayUUID);
-    style.offsetX = settings_.cornerOffsetX(displayUUID);
-    style.offsetY = settings_.cornerOffsetY(displayUUID);
+    style.fontSize = settings.cornerFontSize(displayUUID);
+    style.weight = settings.cornerWeight(displayUUID);
+    style.vPadding = settings.cornerVPadding(displayUUID);
+    style.shape = settings.cornerShape(displayUUID);
+    style.position = settings.cornerPosition(displayUUID);
+    style.margin = settings.cornerMargin(displayUUID);
+    style.offsetX = settings.cornerOffsetX(displayUUID);
+    style.offsetY = settings.cornerOffsetY(displayUUID);
     return style;
 }
 

@@ -55,6 +55,9 @@ public:
     // the display's colour mode asks for the default colours. Only the preset is read.
     ColorPair resolveColors(const SpaceStyle& style, const QString& displayUUID) const;
 
+    // The display's effective corner settings, as the settings hold them.
+    static CornerLabelStyle style(const SettingsStore& settings, const QString& displayUUID);
+
 private:
     // What one display shows, before it is compared with what it showed.
     struct Wanted {
@@ -71,7 +74,6 @@ private:
 
     std::optional<Wanted> wanted(const CGSDisplay& display,
                                  const QList<ScreenInfo>& screens) const;
-    CornerLabelStyle style(const QString& displayUUID) const;
     void update(const QString& displayUUID, const Wanted& wanted);
     void takeDown(const QString& displayUUID);
 

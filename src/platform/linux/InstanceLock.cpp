@@ -33,11 +33,11 @@ InstanceLock InstanceLock::acquire(const QString& folder) {
     return InstanceLock(-1, state);
 }
 
-void InstanceLock::ensureSingleInstance(const QString& folder) {
+bool InstanceLock::ensureSingleInstance(const QString& folder) {
     // Held in a static so that the descriptor stays open until the process ends.
     static InstanceLock lock = acquire(folder);
     if (lock.state() != State::HeldElsewhere)
-        return;
+        return lock.state() == State::Acquired;
     const QByteArray message = alreadyRunningMessage();
     std::fwrite(message.constData(), 1, static_cast<size_t>(message.size()), stderr);
     std::fflush(stderr);

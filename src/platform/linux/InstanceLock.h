@@ -23,8 +23,8 @@ public:
     // The single-instance step of the program entry, after the language is decided:
     // when another instance holds the lock, writes the already-running message to
     // standard error and exits with status 0. Otherwise the lock, if it was taken,
-    // stays held until the process ends.
-    static void ensureSingleInstance(const QString& folder);
+    // stays held until the process ends. True when this process holds it.
+    static bool ensureSingleInstance(const QString& folder);
 
     // "Deskmark is already running.\n" in the interface language.
     static QByteArray alreadyRunningMessage();

@@ -2,10 +2,10 @@
 
 #include "core/app/SystemLog.h"
 #include "core/model/AppFolders.h"
+#include "core/model/JsonReader.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QJsonParseError>
 
 namespace deskmark {
 
@@ -36,11 +36,10 @@ QJsonValue SettingsFile::peek(const QString& path, const QString& key) {
 }
 
 std::optional<QJsonObject> SettingsFile::decode(const QByteArray& data) {
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(data, &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject())
+    const std::optional<QJsonDocument> document = JsonReader::strictDocument(data);
+    if (!document || !document->isObject())
         return std::nullopt;
-    return document.object();
+    return document->object();
 }
 
 void SettingsFile::setValue(const QString& key, const QJsonValue& value) {
@@ -60,8 +59,7 @@ void SettingsFile::remove(const QString& key) {
 void SettingsFile::write() {
     AppFolders::ensureExists(QFileInfo(file_.path()).absolutePath());
     const QByteArray data = QJsonDocument(values_).toJson(QJsonDocument::Indented);
-    if (auto error = file_.write(data))
-        systemLog(QStringLiteral("Deskmark: settings.json の保存に失敗: ") + *error);
+    file_.save(data);
 }
 
 } // namespace deskmark
