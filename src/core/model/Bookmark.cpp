@@ -1,18 +1,10 @@
 #include "core/model/Bookmark.h"
 
+#include "core/model/HomePath.h"
+
 #include <QDir>
 
 namespace deskmark {
-
-namespace {
-QString expandTilde(const QString& path) {
-    if (path == QLatin1String("~"))
-        return QDir::homePath();
-    if (path.startsWith(QLatin1String("~/")))
-        return QDir::homePath() + path.mid(1);
-    return path;
-}
-} // namespace
 
 QString Bookmark::dedupeKey() const {
     if (kind == Kind::Url)

@@ -3,11 +3,11 @@
 #include "core/app/SystemLog.h"
 #include "core/model/AppFolders.h"
 #include "core/model/BookmarkOrder.h"
+#include "core/model/NaturalOrder.h"
 #include "core/model/ProjectFileCodec.h"
 
 #include <QDir>
 #include <QFile>
-#include <QLocale>
 
 #include <algorithm>
 
@@ -20,19 +20,6 @@ std::optional<QString> storedPreset(const std::optional<QString>& presetID) {
     if (presetID == QStringLiteral("default"))
         return std::nullopt;
     return presetID;
-}
-
-// Natural order: case-insensitive, digit runs compared by value. The C locale would make
-// QCollator fall back to a plain code-unit comparison without numeric mode, so a session
-// running in it sorts as English does.
-QCollator naturalCollator() {
-    QLocale locale;
-    if (locale.language() == QLocale::C)
-        locale = QLocale(QLocale::English, QLocale::UnitedStates);
-    QCollator collator(locale);
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    return collator;
 }
 
 Project newProject(const QString& name, const std::optional<QString>& presetID) {

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/bookmarks/CaptureSource.h"
+#include "platform/linux/X11WindowProperties.h"
+
+#include <memory>
+
+namespace deskmark {
+
+class AtSpiBrowserReader;
+class GioWorkspace;
+
+// What the active window shows, read the Linux way: browsers' tabs over the accessibility
+// bus, Nautilus's folder from its FileManager1 window locations, a terminal's folder from
+// its shell's working directory; a path written in the window title where nothing else
+// answers.
+class LinuxCaptureSource : public CaptureSource {
+public:
+    explicit LinuxCaptureSource(const GioWorkspace& workspace);
+    ~LinuxCaptureSource() override;
+
+    std::optional<RunningApp> frontmostApp() const override;
+    std::optional<Page> browserPage(const RunningApp& app) override;
+    std::optional<QString> fileManagerLocation(const RunningApp& app) override;
+    std::optional<QString> terminalFolder(const RunningApp& app) override;
+
+    // The working directory of the one shell that the process pid runs on a terminal;
+    // none when it runs none or several.
+    static std::optional<QString> shellFolder(qint64 pid);
+    // The first existing folder written in a title as an absolute or "~" path.
+    static std::optional<QString> folderInTitle(const QString& title);
+
+private:
+    QString windowTitle(const RunningApp& app) const;
+    std::optional<QString> titleFolder(const RunningApp& app) const;
+
+    const GioWorkspace& workspace_;
+    mutable X11WindowProperties x11_;
+    std::unique_ptr<AtSpiBrowserReader> browsers_;
+};
+
+} // namespace deskmark
