@@ -4,10 +4,14 @@
 #include "core/app/PresetMenuModel.h"
 #include "core/app/StatusTitle.h"
 #include "core/model/AppFolders.h"
+#include "core/app/Relaunch.h"
+#include "core/bookmarks/BookmarkOpener.h"
+#include "platform/linux/LinuxSessionFacts.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "platform/linux/X11Compositor.h"
 #include "ui/NameEditorWindow.h"
 #include "ui/SpaceSwitcherPanel.h"
+#include "ui/settings/SettingsWindow.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -39,11 +43,15 @@ AppDelegate::AppDelegate(QObject* parent)
       settings_(settingsFile_, linuxDefaults(loginItem_)),
       projectStore_(AppFolders::dataFolder()),
       presetStore_(AppFolders::dataFolder()),
-      spaceStore_(windowServer_) {}
+      spaceStore_(windowServer_),
+      appCandidates_(std::make_unique<AppCandidateStore>(workspace_, settings_)) {
+    BookmarkOpener::install(workspace_, windowMover_, captureSource_, scheduler_);
+}
 
 AppDelegate::~AppDelegate() {
     delete nameEditor_;
     delete switcherPanel_;
+    delete settingsWindow_;
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -51,6 +59,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildStatusItem();
     updateStatusTitle();
     setupHotKeys();
+    appCandidates_->refreshInBackground();
     recordSpaceHistory();
     installObservers();
     refreshCornerOverlay();
@@ -119,6 +128,7 @@ void AppDelegate::buildStatusItem() {
 
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
     connect(menu_->switcherAction(), &QAction::triggered, this, &AppDelegate::showSpaceSwitcher);
+    connect(menu_->settingsAction(), &QAction::triggered, this, &AppDelegate::openSettings);
     connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
     connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
     connect(menu_->aboutAction(), &QAction::triggered, this, &AppDelegate::showAbout);
@@ -231,6 +241,34 @@ void AppDelegate::nameCurrent() {
     nameEditor_ = new NameEditorWindow(std::make_unique<NameEditorModel>(
         projectStore_, presetStore_, *space, spaceStore_.liveSpaceUUIDs()));
     nameEditor_->present();
+}
+
+void AppDelegate::openSettings() {
+    if (!settingsWindow_) {
+        const auto displays = [this] {
+            QList<DisplayEntry> entries;
+            for (QScreen* screen : QGuiApplication::screens()) {
+                const auto uuid = spaceStore_.displayUUID(screen->name());
+                if (!uuid)
+                    continue;
+                const QSize size = screen->size();
+                entries << DisplayEntry{*uuid, QStringLiteral("%1 (%2 × %3)")
+                                                   .arg(screen->name())
+                                                   .arg(size.width())
+                                                   .arg(size.height())};
+            }
+            return entries;
+        };
+        settingsWindow_ = new SettingsWindow(SettingsContext{
+            settings_, projectStore_, presetStore_, spaceStore_, windowServer_, hotKeyRegistrar_,
+            *appCandidates_, pagerNames_, displays,
+            [this] {
+                return LinuxSessionFacts::gather(spaceStore_, settings_, hotKeys_, hotKeyManager_,
+                                                 inputSource_);
+            },
+            [] { return Relaunch::start(); }});
+    }
+    settingsWindow_->present();
 }
 
 bool AppDelegate::advanceOpenSwitcher() {

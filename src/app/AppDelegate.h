@@ -2,6 +2,7 @@
 
 #include "core/app/HotKeyBindings.h"
 #include "core/app/HotKeyManager.h"
+#include "core/app/PagerNameSync.h"
 #include "core/app/QtScheduler.h"
 #include "core/app/SpaceHistory.h"
 #include "core/model/PresetStore.h"
@@ -13,10 +14,14 @@
 #include "core/switcher/SpaceSwitcher.h"
 #include "core/switcher/SwitchDebugLog.h"
 #include "platform/StatusItem.h"
+#include "core/bookmarks/AppCandidateStore.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DBusInputSourceSwitcher.h"
+#include "platform/linux/GioWorkspace.h"
+#include "platform/linux/LinuxCaptureSource.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/X11WindowMover.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/QtCornerLabelWindows.h"
@@ -34,6 +39,7 @@
 namespace deskmark {
 
 class NameEditorWindow;
+class SettingsWindow;
 class SpaceSwitcherPanel;
 
 // Owns every long-lived object of the running program and wires them together: the
@@ -68,6 +74,8 @@ public Q_SLOTS:
     // Opens the name and colour editor for the current Space of the active display,
     // replacing an editor that is open; does nothing when there is no current Space.
     void nameCurrent();
+    // Opens the settings window, or brings the open one to the front.
+    void openSettings();
 
 private:
     std::optional<QString> statusItemDisplayUUID() const;
@@ -110,6 +118,15 @@ private:
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
+    // Made on first use and kept, hidden when closed, so it reopens on its last pane.
+    QPointer<SettingsWindow> settingsWindow_;
+    PagerNameSync pagerNames_{settings_, projectStore_, spaceStore_, windowServer_, windowServer_};
+
+    // The bookmark opener's desktop services and the application candidates.
+    GioWorkspace workspace_;
+    X11WindowMover windowMover_;
+    LinuxCaptureSource captureSource_{workspace_};
+    std::unique_ptr<AppCandidateStore> appCandidates_;
     QPointer<SpaceSwitcherPanel> switcherPanel_;
     DBusInputSourceSwitcher inputSource_;
 
