@@ -1,4 +1,5 @@
 #include "core/LabelStores.h"
+#include "x11/X11TestTools.h"
 #include "core/overlay/CornerLabelLayout.h"
 #include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
@@ -19,16 +20,6 @@ const QColor kRed(0xCC, 0x22, 0x22);
 const QColor kGreen(0x00, 0xFF, 0x00);
 const QColor kBlue(0x22, 0x55, 0xCC);
 constexpr double kFontSize = 40;
-
-// The whole X screen (both monitors) as the X server shows it.
-QImage screenshot() {
-    QProcess import;
-    import.start("import", {"-window", "root", "png:-"});
-    if (!import.waitForFinished(10000))
-        return {};
-    return QImage::fromData(import.readAllStandardOutput(), "PNG")
-        .convertToFormat(QImage::Format_RGB32);
-}
 
 int countColour(const QImage& image, const QRect& area, const QColor& colour) {
     int count = 0;

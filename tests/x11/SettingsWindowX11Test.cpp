@@ -1,4 +1,5 @@
 #include "core/LabelStores.h"
+#include "x11/X11TestTools.h"
 #include "core/app/Language.h"
 #include "core/app/PagerNameSync.h"
 #include "core/bookmarks/AppCandidateStore.h"
@@ -34,15 +35,6 @@
 using namespace deskmark;
 
 namespace {
-
-QImage screenshot() {
-    QProcess import;
-    import.start("import", {"-window", "root", "png:-"});
-    if (!import.waitForFinished(10000))
-        return {};
-    return QImage::fromData(import.readAllStandardOutput(), "PNG")
-        .convertToFormat(QImage::Format_RGB32);
-}
 
 // The first child of `parent` of type W that `match` accepts.
 template <typename W, typename Match> W* find(QWidget* parent, Match match) {
@@ -114,10 +106,7 @@ private Q_SLOTS:
     void initTestCase() {
         Language::setJapanese(false);
         BookmarkOpener::install(desk_, desk_, desk_, scheduler_);
-        X11WindowServer server;
-        QVERIFY(server.requestDesktop(0));
-        const SpaceStore spaces(server);
-        QTRY_COMPARE(spaces.displays().value(0).currentUUID, std::optional<QString>("desktop-1"));
+        runTool("wmctrl", {"-s", "0"});
     }
 
     // A new user names desktop 1 in Spaces, moves the label in Corner Overlay and gives
@@ -125,6 +114,8 @@ private Q_SLOTS:
     // lets the window manager's pager show the name: each step shows on screen at once.
     void aNewUserSetsUpTheLabelsFromTheWindow() {
         Session s;
+        QTRY_COMPARE(s.spaces.displays().value(0).currentUUID,
+                     std::optional<QString>("desktop-1"));
         s.window.move(160, 120);
         s.window.present();
         QVERIFY(QTest::qWaitForWindowExposed(&s.window));

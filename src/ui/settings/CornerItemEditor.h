@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QAbstractButton;
 class QButtonGroup;
 class QCheckBox;

@@ -15,6 +15,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace deskmark {
 
 CornerOverlayPane::CornerOverlayPane(const SettingsContext& context, QWidget* parent)

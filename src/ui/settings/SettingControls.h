@@ -5,12 +5,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QLabel>
 #include <QSignalBlocker>
 
 #include <algorithm>
 #include <utility>
 
-class QLabel;
 class QVBoxLayout;
 class QWidget;
 
