@@ -33,7 +33,7 @@ ShortcutsPane::ShortcutsPane(const SettingsContext& context, QWidget* parent) : 
     };
     for (int i = 0; i < rows.size(); ++i) {
         const Row& row = rows[i];
-        auto* title = new QLabel(PermissionsPaneModel::actionTitle(row.action), this);
+        auto* title = new QLabel(PermissionsPaneModel::actionTitle(row.action).replace(u'&', QStringLiteral("&&")), this);
         auto* recorder = new ShortcutRecorder(s, row.action, context.registrar, this);
         title->setBuddy(recorder);
         grid->addWidget(title, i, 0, Qt::AlignTop | Qt::AlignLeft);
