@@ -1,7 +1,7 @@
 #include "core/app/PagerNameSync.h"
+#include "core/LabelStores.h"
 #include "core/spaces/DesktopNamer.h"
 #include "core/spaces/SpaceStore.h"
-#include "core/LabelStores.h"
 #include "platform/fake/FakeWindowServer.h"
 
 #include <QTest>
@@ -33,9 +33,8 @@ private Q_SLOTS:
         QTest::newRow("names found for all") << QStringList{"one", "two", "three", "four"}
                                              << QStringList{"Mail", "two", "Web", "four"};
         QTest::newRow("no names found") << QStringList{} << QStringList{"Mail", "", "Web"};
-        QTest::newRow("names for more desktops")
-            << QStringList{"a", "b", "c", "d", "e", "f"}
-            << QStringList{"Mail", "b", "Web", "d", "e", "f"};
+        QTest::newRow("names for more desktops") << QStringList{"a", "b", "c", "d", "e", "f"}
+                                                 << QStringList{"Mail", "b", "Web", "d", "e", "f"};
         QTest::newRow("fewer names than desktops")
             << QStringList{"a"} << QStringList{"Mail", "", "Web"};
     }

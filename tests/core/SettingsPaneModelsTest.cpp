@@ -1,13 +1,13 @@
+#include "core/LabelStores.h"
 #include "core/app/Language.h"
-#include "core/model/RgbColor.h"
 #include "core/bookmarks/AppCandidateStore.h"
+#include "core/model/RgbColor.h"
 #include "core/settings/CornerSettingsModel.h"
 #include "core/settings/FolderAppsPaneModel.h"
 #include "core/settings/PermissionsPaneModel.h"
 #include "core/settings/PresetsPaneModel.h"
 #include "core/settings/ProjectsPaneModel.h"
 #include "core/settings/SpacesPaneModel.h"
-#include "core/LabelStores.h"
 #include "platform/fake/FakeWorkspace.h"
 
 #include <QSignalSpy>
@@ -166,17 +166,28 @@ private Q_SLOTS:
     void presetHexAcceptsWhatThePresetReaderAccepts_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("stored");
-        QTest::newRow("lower case") << "#3366cc" << "#3366CC";
-        QTest::newRow("without #") << "3366CC" << "#3366CC";
-        QTest::newRow("three digits") << "#36C" << "";
-        QTest::newRow("eight digits") << "#3366CCFF" << "";
-        QTest::newRow("blank before") << " #3366CC" << "";
-        QTest::newRow("blank after") << "#3366CC " << "";
-        QTest::newRow("two #") << "##3366CC" << "";
-        QTest::newRow("sign") << "+33366" << "";
-        QTest::newRow("not hex") << "#33GG00" << "";
-        QTest::newRow("full-width digits") << "#３３６６ＣＣ" << "";
-        QTest::newRow("empty") << "" << "";
+        QTest::newRow("lower case") << "#3366cc"
+                                    << "#3366CC";
+        QTest::newRow("without #") << "3366CC"
+                                   << "#3366CC";
+        QTest::newRow("three digits") << "#36C"
+                                      << "";
+        QTest::newRow("eight digits") << "#3366CCFF"
+                                      << "";
+        QTest::newRow("blank before") << " #3366CC"
+                                      << "";
+        QTest::newRow("blank after") << "#3366CC "
+                                     << "";
+        QTest::newRow("two #") << "##3366CC"
+                               << "";
+        QTest::newRow("sign") << "+33366"
+                              << "";
+        QTest::newRow("not hex") << "#33GG00"
+                                 << "";
+        QTest::newRow("full-width digits") << "#３３６６ＣＣ"
+                                           << "";
+        QTest::newRow("empty") << ""
+                               << "";
     }
     void presetHexAcceptsWhatThePresetReaderAccepts() {
         QFETCH(QString, text);
@@ -300,12 +311,13 @@ private Q_SLOTS:
         QTest::addColumn<bool>("compositor");
         QTest::addColumn<QString>("oks");
         QTest::addColumn<QString>("remedies");
-        QTest::newRow("everything") << 4 << int(M::PanelItem::StatusNotifier) << true << "fcitx5"
-                                    << true << "11111" << "00000";
+        QTest::newRow("everything")
+            << 4 << int(M::PanelItem::StatusNotifier) << true << "fcitx5" << true << "11111"
+            << "00000";
         QTest::newRow("bare X") << 0 << int(M::PanelItem::None) << false << "" << false << "00000"
                                 << "11111";
-        QTest::newRow("tray") << 2 << int(M::PanelItem::Tray) << true << "IBus" << false
-                              << "11110" << "01001";
+        QTest::newRow("tray") << 2 << int(M::PanelItem::Tray) << true << "IBus" << false << "11110"
+                              << "01001";
     }
     void permissionsRows() {
         QFETCH(int, desktops);
@@ -340,7 +352,8 @@ private Q_SLOTS:
         QCOMPARE(modes[0].label, QString("デフォルト（黒地・白字）"));
         QCOMPARE(modes[1].label, QString("Space の色を反映"));
         QCOMPARE(CornerSettingsModel::options(CornerOverrideItem::Position).size(), 8);
-        QCOMPARE(CornerSettingsModel::valueText(CornerOverrideItem::BgOpacity, 0.8), QString("80 %"));
+        QCOMPARE(CornerSettingsModel::valueText(CornerOverrideItem::BgOpacity, 0.8),
+                 QString("80 %"));
     }
 };
 

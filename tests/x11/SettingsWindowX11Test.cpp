@@ -1,5 +1,4 @@
 #include "core/LabelStores.h"
-#include "x11/X11TestTools.h"
 #include "core/app/Language.h"
 #include "core/app/PagerNameSync.h"
 #include "core/bookmarks/AppCandidateStore.h"
@@ -17,6 +16,7 @@
 #include "ui/QtScreenProvider.h"
 #include "ui/settings/CornerItemEditor.h"
 #include "ui/settings/SettingsWindow.h"
+#include "x11/X11TestTools.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -53,8 +53,10 @@ template <typename W> W* withText(QWidget* parent, const QString& text) {
 struct Session : LabelStores {
     Session() {
         CornerItemEditor::onCornerChange(settings, &server, [this] { controller.refresh(); });
-        QObject::connect(&projects, &ProjectStore::changed, &server, [this] { controller.refresh(); });
-        QObject::connect(&presets, &PresetStore::changed, &server, [this] { controller.refresh(); });
+        QObject::connect(&projects, &ProjectStore::changed, &server,
+                         [this] { controller.refresh(); });
+        QObject::connect(&presets, &PresetStore::changed, &server,
+                         [this] { controller.refresh(); });
         settings.setCornerBgOpacity(1.0);
         settings.setSettingsWindowFloating(false);
     }
@@ -89,10 +91,10 @@ struct Session : LabelStores {
     FakeWorkspace desk;
     AppCandidateStore candidates{desk, settings};
     PagerNameSync pager{settings, projects, spaces, server, server};
-    SettingsWindow window{SettingsContext{
-        settings, projects, presets, spaces, server, registrar, candidates, pager,
-        [this] { return displays(); }, [] { return PermissionsPaneModel::SessionFacts{}; },
-        [] { return false; }}};
+    SettingsWindow window{SettingsContext{settings, projects, presets, spaces, server, registrar,
+                                          candidates, pager, [this] { return displays(); },
+                                          [] { return PermissionsPaneModel::SessionFacts{}; },
+                                          [] { return false; }}};
 };
 
 } // namespace
@@ -114,8 +116,7 @@ private Q_SLOTS:
     // lets the window manager's pager show the name: each step shows on screen at once.
     void aNewUserSetsUpTheLabelsFromTheWindow() {
         Session s;
-        QTRY_COMPARE(s.spaces.displays().value(0).currentUUID,
-                     std::optional<QString>("desktop-1"));
+        QTRY_COMPARE(s.spaces.displays().value(0).currentUUID, std::optional<QString>("desktop-1"));
         s.window.move(160, 120);
         s.window.present();
         QVERIFY(QTest::qWaitForWindowExposed(&s.window));
@@ -147,9 +148,8 @@ private Q_SLOTS:
         QCOMPARE(s.settings.cornerPositionRaw(), QString("topRight"));
         for (int i = 0; i < 2; ++i)
             QTRY_COMPARE(s.view(i)->geometry(), s.expected(i, "Mail", CornerPosition::TopRight));
-        auto* right = find<QGroupBox>(corner, [&](QGroupBox* box) {
-            return box->title() == s.screens.screens().at(1).name;
-        });
+        auto* right = find<QGroupBox>(
+            corner, [&](QGroupBox* box) { return box->title() == s.screens.screens().at(1).name; });
         QVERIFY(right);
         auto* bottomLeft = find<QToolButton>(
             right, [](QToolButton* b) { return b->accessibleName() == "Bottom Left"; });
@@ -173,8 +173,9 @@ private Q_SLOTS:
         QTest::keyClicks(hex, "#2a4");
         QTest::keyClick(hex, Qt::Key_Return);
         QCOMPARE(s.presets.preset(added)->bgHex, QString("#3366CC"));
-        QVERIFY(find<QLabel>(presets, [](QLabel* l) { return l->text().startsWith("Enter a colour"); })
-                    ->isVisible());
+        QVERIFY(find<QLabel>(presets, [](QLabel* l) {
+                    return l->text().startsWith("Enter a colour");
+                })->isVisible());
         hex->selectAll();
         QTest::keyClicks(hex, "22aa44");
         QTest::keyClick(hex, Qt::Key_Return);

@@ -28,7 +28,9 @@ QStringList PagerNameSync::names(const QStringList& spaces, const ProjectStore& 
     return result;
 }
 
-bool PagerNameSync::isEnabled() const { return settings_.projectNamesInPager(); }
+bool PagerNameSync::isEnabled() const {
+    return settings_.projectNamesInPager();
+}
 
 void PagerNameSync::setEnabled(bool on) {
     if (on == isEnabled())

@@ -19,8 +19,7 @@ class PagerNameSync : public QObject {
     Q_OBJECT
 public:
     PagerNameSync(SettingsStore& settings, const ProjectStore& projects, const SpaceStore& spaces,
-                  const WindowServer& windowServer, DesktopNamer& namer,
-                  QObject* parent = nullptr);
+                  const WindowServer& windowServer, DesktopNamer& namer, QObject* parent = nullptr);
 
     // The names for desktops showing `spaces` in order: each one's project name, else the
     // name found for it. Names found for desktops beyond these stay; no empty name is

@@ -192,7 +192,8 @@ void CornerSettingsModel::setValue(CornerOverrideItem item, const QVariant& valu
         case Item::Enabled:
             return s.setCornerOverlayEnabled(value.toBool());
         case Item::Position:
-            return setCase<CornerPosition>(value, [&](auto v) { s.setCornerPositionRaw(rawValue(v)); });
+            return setCase<CornerPosition>(value,
+                                           [&](auto v) { s.setCornerPositionRaw(rawValue(v)); });
         case Item::FontSize:
             return s.setCornerFontSize(number);
         case Item::OffsetY:
@@ -209,8 +210,8 @@ void CornerSettingsModel::setValue(CornerOverrideItem item, const QVariant& valu
         case Item::Shape:
             return setCase<CornerShape>(value, [&](auto v) { s.setCornerShapeRaw(rawValue(v)); });
         case Item::ColorMode:
-            return setCase<CornerColorMode>(
-                value, [&](auto v) { s.setCornerColorModeRaw(rawValue(v)); });
+            return setCase<CornerColorMode>(value,
+                                            [&](auto v) { s.setCornerColorModeRaw(rawValue(v)); });
         case Item::BgOpacity:
             return s.setCornerBgOpacity(number);
         }

@@ -25,16 +25,19 @@ QString PermissionsPaneModel::actionTitle(HotKeyAction action) {
 QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& facts) {
     QList<Row> result;
 
-    Row wm{localized("ウインドウマネージャ（EWMH）", "Window manager (EWMH)"), facts.desktops > 0,
-           {}, {}};
+    Row wm{localized("ウインドウマネージャ（EWMH）", "Window manager (EWMH)"),
+           facts.desktops > 0,
+           {},
+           {}};
     if (wm.ok)
         wm.state = localized("デスクトップ %1 個を公開しています。", "Publishes %1 desktops.")
                        .arg(facts.desktops);
     else {
         wm.state = localized("EWMH のウインドウマネージャが見つからないため、Space を読めません。",
                              "No EWMH window manager found, so there are no Spaces to read.");
-        wm.remedy = localized("Openbox、Xfwm、Mutter、KWin など EWMH 対応のウインドウマネージャを使ってください。",
-                              "Use an EWMH window manager such as Openbox, Xfwm, Mutter or KWin.");
+        wm.remedy = localized(
+            "Openbox、Xfwm、Mutter、KWin など EWMH 対応のウインドウマネージャを使ってください。",
+            "Use an EWMH window manager such as Openbox, Xfwm, Mutter or KWin.");
     }
     result << wm;
 
@@ -48,13 +51,16 @@ QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& 
         panel.state = localized("トレイアイコンとして表示します（名前はアイコンの中に描きます）。",
                                 "Shown as a tray icon, with the name drawn into it.");
         panel.ok = true;
-        panel.remedy = localized("名前を文字で出すには、StatusNotifierItem に対応したパネルを使ってください。",
-                                 "For the name as text, use a panel that hosts StatusNotifierItems.");
+        panel.remedy =
+            localized("名前を文字で出すには、StatusNotifierItem に対応したパネルを使ってください。",
+                      "For the name as text, use a panel that hosts StatusNotifierItems.");
         break;
     case PanelItem::None:
-        panel.state = localized("項目を置く場所がパネルにありません。", "The panel has no place for the item.");
-        panel.remedy = localized("パネルに通知領域（トレイ）か StatusNotifierItem の表示を追加してください。",
-                                 "Add a notification area (tray) or a StatusNotifierItem host to the panel.");
+        panel.state = localized("項目を置く場所がパネルにありません。",
+                                "The panel has no place for the item.");
+        panel.remedy =
+            localized("パネルに通知領域（トレイ）か StatusNotifierItem の表示を追加してください。",
+                      "Add a notification area (tray) or a StatusNotifierItem host to the panel.");
         break;
     }
     result << panel;
@@ -74,8 +80,9 @@ QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& 
     else {
         keys.state = localized("ほかのプログラムが使用中: %1", "In use by another program: %1")
                          .arg(held.join(localized("、", ", ")));
-        keys.remedy = localized("「ショートカット」で別の組み合わせを選ぶか、相手の設定を外してください。",
-                                "Choose another combination in “Shortcuts”, or free it in the other program.");
+        keys.remedy = localized(
+            "「ショートカット」で別の組み合わせを選ぶか、相手の設定を外してください。",
+            "Choose another combination in “Shortcuts”, or free it in the other program.");
     }
     result << keys;
 
@@ -85,9 +92,11 @@ QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& 
                                 "%1 answers; the switcher types in ASCII while it is open.")
                           .arg(facts.inputMethod);
     else {
-        input.state = localized("fcitx5 も IBus も応答しません。", "Neither fcitx5 nor IBus answers.");
-        input.remedy = localized("日本語入力を使うなら、切り替えパネルを開く前に英字入力へ戻してください。",
-                                 "If you type Japanese, switch to ASCII input before opening the switcher.");
+        input.state =
+            localized("fcitx5 も IBus も応答しません。", "Neither fcitx5 nor IBus answers.");
+        input.remedy =
+            localized("日本語入力を使うなら、切り替えパネルを開く前に英字入力へ戻してください。",
+                      "If you type Japanese, switch to ASCII input before opening the switcher.");
     }
     result << input;
 

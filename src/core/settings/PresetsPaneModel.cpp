@@ -36,7 +36,9 @@ bool PresetsPaneModel::rename(const QString& presetID, const QString& name) {
     return true;
 }
 
-QString PresetsPaneModel::add() { return presets_.addPreset().id; }
+QString PresetsPaneModel::add() {
+    return presets_.addPreset().id;
+}
 
 void PresetsPaneModel::remove(const QString& presetID) {
     if (presetID == PresetStore::kDefaultID || !presets_.preset(presetID))

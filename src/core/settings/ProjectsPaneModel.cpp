@@ -39,33 +39,34 @@ void ProjectsPaneModel::setPreset(const QUuid& id, const QString& presetID) {
     projects_.updateProject(*project);
 }
 
-std::optional<QString> ProjectsPaneModel::deleteQuestion(const QUuid& id,
-                                                         const QSet<QString>& liveSpaceUUIDs) const {
+std::optional<QString>
+ProjectsPaneModel::deleteQuestion(const QUuid& id, const QSet<QString>& liveSpaceUUIDs) const {
     const std::optional<Project> project = projects_.project(id);
     if (!project)
         return std::nullopt;
     const qsizetype bookmarks = project->bookmarks.size();
     const int spaces = projects_.assignmentCount(id, liveSpaceUUIDs);
-    QString question = localized("プロジェクト「%1」を削除しますか？",
-                                 "Delete the project “%1”?")
+    QString question = localized("プロジェクト「%1」を削除しますか？", "Delete the project “%1”?")
                            .arg(project->name);
     if (bookmarks == 1)
         question += QLatin1Char('\n') + localized("1 件のブックマークも削除されます。",
-                                                 "Its bookmark will be deleted with it.");
+                                                  "Its bookmark will be deleted with it.");
     else if (bookmarks > 1)
         question += QLatin1Char('\n') + localized("%1 件のブックマークも削除されます。",
-                                                 "Its %1 bookmarks will be deleted with it.")
-                                           .arg(bookmarks);
+                                                  "Its %1 bookmarks will be deleted with it.")
+                                            .arg(bookmarks);
     if (spaces == 1)
-        question += QLatin1Char('\n') +
-                    localized("1 個の Space が名前なしになります。", "1 Space will become unnamed.");
+        question += QLatin1Char('\n') + localized("1 個の Space が名前なしになります。",
+                                                  "1 Space will become unnamed.");
     else if (spaces > 1)
         question += QLatin1Char('\n') + localized("%1 個の Space が名前なしになります。",
-                                                 "%1 Spaces will become unnamed.")
-                                           .arg(spaces);
+                                                  "%1 Spaces will become unnamed.")
+                                            .arg(spaces);
     return question;
 }
 
-void ProjectsPaneModel::deleteProject(const QUuid& id) { projects_.deleteProject(id); }
+void ProjectsPaneModel::deleteProject(const QUuid& id) {
+    projects_.deleteProject(id);
+}
 
 } // namespace deskmark

@@ -12,8 +12,9 @@ SpacesPaneModel::SpacesPaneModel(ProjectStore& projects, const PresetStore& pres
     : projects_(projects), presets_(presets) {}
 
 QString SpacesPaneModel::unnamedNote() {
-    return localized("名前のない Space にはオーバーレイが表示されません。「Space」で名前を付けてください。",
-                     "Overlays are hidden for unnamed Spaces. Add a name in “Spaces.”");
+    return localized(
+        "名前のない Space にはオーバーレイが表示されません。「Space」で名前を付けてください。",
+        "Overlays are hidden for unnamed Spaces. Add a name in “Spaces.”");
 }
 
 QList<SpacesPaneModel::Row> SpacesPaneModel::rows(const QList<CGSDisplay>& displays) const {

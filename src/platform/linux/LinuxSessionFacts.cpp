@@ -12,11 +12,10 @@
 
 namespace deskmark {
 
-PermissionsPaneModel::SessionFacts LinuxSessionFacts::gather(const SpaceStore& spaces,
-                                                             const SettingsStore& settings,
-                                                             const HotKeyBindings& bindings,
-                                                             const HotKeyManager& manager,
-                                                             DBusInputSourceSwitcher& inputMethods) {
+PermissionsPaneModel::SessionFacts
+LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& settings,
+                          const HotKeyBindings& bindings, const HotKeyManager& manager,
+                          DBusInputSourceSwitcher& inputMethods) {
     using Model = PermissionsPaneModel;
     Model::SessionFacts facts;
     const QList<CGSDisplay> displays = spaces.displays();
@@ -27,7 +26,8 @@ PermissionsPaneModel::SessionFacts LinuxSessionFacts::gather(const SpaceStore& s
         facts.panelItem = Model::PanelItem::Tray;
     for (const HotKeyAction action : allHotKeyActions) {
         if (settings.hotKey(action))
-            facts.hotKeys << Model::HotKeyState{action, manager.isRegistered(bindings.token(action))};
+            facts.hotKeys << Model::HotKeyState{action,
+                                                manager.isRegistered(bindings.token(action))};
     }
     facts.inputMethod = inputMethods.framework();
     facts.compositor = X11Compositor::isRunning();

@@ -14,11 +14,9 @@ class SpaceStore;
 // panel, the hot-key grabs, an input-method framework and a compositor.
 class LinuxSessionFacts {
 public:
-    static PermissionsPaneModel::SessionFacts gather(const SpaceStore& spaces,
-                                                     const SettingsStore& settings,
-                                                     const HotKeyBindings& bindings,
-                                                     const HotKeyManager& manager,
-                                                     DBusInputSourceSwitcher& inputMethods);
+    static PermissionsPaneModel::SessionFacts
+    gather(const SpaceStore& spaces, const SettingsStore& settings, const HotKeyBindings& bindings,
+           const HotKeyManager& manager, DBusInputSourceSwitcher& inputMethods);
 };
 
 } // namespace deskmark

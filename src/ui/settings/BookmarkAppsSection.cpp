@@ -48,14 +48,15 @@ BookmarkAppsSection::BookmarkAppsSection(const SettingsContext& context, QWidget
     connect(&s, &SettingsStore::terminalBundleIDChanged, this, &BookmarkAppsSection::renderPickers);
     connect(&s, &SettingsStore::editorBundleIDChanged, this, &BookmarkAppsSection::renderPickers);
 
-    layout->addWidget(SettingControls::heading(
-        localized("フォルダを開くアプリ", "Folder applications"), this));
+    layout->addWidget(
+        SettingControls::heading(localized("フォルダを開くアプリ", "Folder applications"), this));
     layout->addWidget(SettingControls::note(
-        localized("フォルダの行で Enter を押したときに出るアプリのメニューです。チェックを外したアプリは"
-                  "表示されず、▲▼ で順番を変えられます（Finder は常に先頭、「その他…」は常に末尾）。",
-                  "The app menu shown when you press Enter on a folder row. Unchecked apps are "
-                  "omitted, and ▲▼ changes the order (Finder is always first, “Other…” always "
-                  "last)."),
+        localized(
+            "フォルダの行で Enter を押したときに出るアプリのメニューです。チェックを外したアプリは"
+            "表示されず、▲▼ で順番を変えられます（Finder は常に先頭、「その他…」は常に末尾）。",
+            "The app menu shown when you press Enter on a folder row. Unchecked apps are "
+            "omitted, and ▲▼ changes the order (Finder is always first, “Other…” always "
+            "last)."),
         this));
     auto* row = new QHBoxLayout();
     folderList_ = new QListWidget(this);
@@ -89,7 +90,8 @@ BookmarkAppsSection::BookmarkAppsSection(const SettingsContext& context, QWidget
         renderPickers();
         renderFolderApps();
     });
-    connect(&s, &SettingsStore::folderAppOrderChanged, this, &BookmarkAppsSection::renderFolderApps);
+    connect(&s, &SettingsStore::folderAppOrderChanged, this,
+            &BookmarkAppsSection::renderFolderApps);
     connect(&s, &SettingsStore::folderAppHiddenChanged, this,
             &BookmarkAppsSection::renderFolderApps);
     renderPickers();

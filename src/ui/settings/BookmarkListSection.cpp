@@ -42,7 +42,8 @@ BookmarkListSection::BookmarkListSection(const SettingsContext& context, QWidget
     auto* bookmarkButtons = new QVBoxLayout();
     auto* up = button(QStringLiteral("▲"), localized("上へ", "Move Up"), this);
     auto* down = button(QStringLiteral("▼"), localized("下へ", "Move Down"), this);
-    auto* remove = button(localized("削除", "Delete"), localized("ブックマークを削除", "Delete Bookmark"), this);
+    auto* remove = button(localized("削除", "Delete"),
+                          localized("ブックマークを削除", "Delete Bookmark"), this);
     moveTo_ = new QComboBox(this);
     moveTo_->setAccessibleName(localized("グループへ移動", "Move to Group"));
     for (QWidget* w : {static_cast<QWidget*>(up), static_cast<QWidget*>(down),
@@ -58,8 +59,10 @@ BookmarkListSection::BookmarkListSection(const SettingsContext& context, QWidget
     layout->addWidget(groups_, 3, 0, 1, 2);
     auto* groupButtons = new QVBoxLayout();
     auto* groupUp = button(QStringLiteral("▲"), localized("グループを上へ", "Move Group Up"), this);
-    auto* groupDown = button(QStringLiteral("▼"), localized("グループを下へ", "Move Group Down"), this);
-    auto* groupRemove = button(localized("削除", "Remove"), localized("グループを削除", "Remove Group"), this);
+    auto* groupDown =
+        button(QStringLiteral("▼"), localized("グループを下へ", "Move Group Down"), this);
+    auto* groupRemove =
+        button(localized("削除", "Remove"), localized("グループを削除", "Remove Group"), this);
     for (QWidget* w : {static_cast<QWidget*>(groupUp), static_cast<QWidget*>(groupDown),
                        static_cast<QWidget*>(groupRemove)})
         groupButtons->addWidget(w);
@@ -75,7 +78,8 @@ BookmarkListSection::BookmarkListSection(const SettingsContext& context, QWidget
     nameRow->addWidget(groupRename);
     layout->addLayout(nameRow, 4, 0, 1, 3);
     groupError_ = SettingControls::note(
-        localized("その名前のグループは既にあります。", "A group with that name already exists."), this);
+        localized("その名前のグループは既にあります。", "A group with that name already exists."),
+        this);
     groupError_->hide();
     layout->addWidget(groupError_, 5, 0, 1, 3);
     layout->setColumnStretch(1, 1);

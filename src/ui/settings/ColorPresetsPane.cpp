@@ -46,9 +46,8 @@ ColorPresetsPane::ColorPresetsPane(const SettingsContext& context, QWidget* pare
     form->addRow(localized("名前", "Name"), name_);
     background_ = addColorField(PresetsPaneModel::Part::Background);
     text_ = addColorField(PresetsPaneModel::Part::Text);
-    for (const auto& [field, title] :
-         {std::pair(background_, localized("背景色", "Background")),
-          std::pair(text_, localized("文字色", "Text"))}) {
+    for (const auto& [field, title] : {std::pair(background_, localized("背景色", "Background")),
+                                       std::pair(text_, localized("文字色", "Text"))}) {
         auto* row = new QHBoxLayout();
         row->addWidget(field.swatch);
         row->addWidget(field.hex, 1);
@@ -65,8 +64,9 @@ ColorPresetsPane::ColorPresetsPane(const SettingsContext& context, QWidget* pare
     preview_->setMinimumHeight(32);
     form->addRow(localized("プレビュー", "Preview"), preview_);
     layout->addWidget(SettingControls::note(
-        localized("プリセットを削除すると、それを使っていたプロジェクトはデフォルトの色になります。",
-                  "Projects that used a deleted preset get the default colours."),
+        localized(
+            "プリセットを削除すると、それを使っていたプロジェクトはデフォルトの色になります。",
+            "Projects that used a deleted preset get the default colours."),
         this));
 
     connect(list_, &QListWidget::currentRowChanged, this, [this] { renderSelection(); });

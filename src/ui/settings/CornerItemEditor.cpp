@@ -44,10 +44,9 @@ CornerItemEditor::CornerItemEditor(SettingsStore& settings, CornerSettingsModel 
     const QString title = CornerSettingsModel::label(item);
     switch (CornerSettingsModel::kind(item)) {
     case Kind::Toggle:
-        toggle_ = new QCheckBox(model_.display()
-                                    ? localized("このディスプレイに表示", "Show on this display")
-                                    : title,
-                                this);
+        toggle_ = new QCheckBox(
+            model_.display() ? localized("このディスプレイに表示", "Show on this display") : title,
+            this);
         layout->addWidget(toggle_);
         connect(toggle_, &QCheckBox::toggled, this,
                 [this](bool on) { model_.setValue(item_, on); });
@@ -104,9 +103,8 @@ void CornerItemEditor::buildPositionGrid() {
     }
     static_cast<QHBoxLayout*>(layout())->addLayout(grid);
     static_cast<QHBoxLayout*>(layout())->addStretch();
-    connect(positions_, &QButtonGroup::idClicked, this, [this, options](int id) {
-        model_.setValue(item_, options[id].raw);
-    });
+    connect(positions_, &QButtonGroup::idClicked, this,
+            [this, options](int id) { model_.setValue(item_, options[id].raw); });
 }
 
 void CornerItemEditor::render() {
@@ -134,18 +132,29 @@ void CornerItemEditor::render() {
 void CornerItemEditor::onCornerChange(SettingsStore& settings, QObject* receiver,
                                       const std::function<void()>& react) {
     using S = SettingsStore;
-    for (const auto signal :
-         {&S::cornerOverlayEnabledChanged, &S::cornerOverlayEnabledByDisplayChanged,
-          &S::cornerPositionRawChanged, &S::cornerPositionByDisplayChanged,
-          &S::cornerFontSizeChanged, &S::cornerFontSizeByDisplayChanged, &S::cornerOffsetYChanged,
-          &S::cornerOffsetYByDisplayChanged, &S::cornerOffsetXChanged,
-          &S::cornerOffsetXByDisplayChanged, &S::cornerMarginChanged,
-          &S::cornerMarginByDisplayChanged, &S::cornerWeightRawChanged,
-          &S::cornerWeightByDisplayChanged, &S::cornerVPaddingRawChanged,
-          &S::cornerVPaddingByDisplayChanged, &S::cornerShapeRawChanged,
-          &S::cornerShapeByDisplayChanged, &S::cornerColorModeRawChanged,
-          &S::cornerColorModeByDisplayChanged, &S::cornerBgOpacityChanged,
-          &S::cornerBgOpacityByDisplayChanged, &S::cornerOverridesByDisplayChanged})
+    for (const auto signal : {&S::cornerOverlayEnabledChanged,
+                              &S::cornerOverlayEnabledByDisplayChanged,
+                              &S::cornerPositionRawChanged,
+                              &S::cornerPositionByDisplayChanged,
+                              &S::cornerFontSizeChanged,
+                              &S::cornerFontSizeByDisplayChanged,
+                              &S::cornerOffsetYChanged,
+                              &S::cornerOffsetYByDisplayChanged,
+                              &S::cornerOffsetXChanged,
+                              &S::cornerOffsetXByDisplayChanged,
+                              &S::cornerMarginChanged,
+                              &S::cornerMarginByDisplayChanged,
+                              &S::cornerWeightRawChanged,
+                              &S::cornerWeightByDisplayChanged,
+                              &S::cornerVPaddingRawChanged,
+                              &S::cornerVPaddingByDisplayChanged,
+                              &S::cornerShapeRawChanged,
+                              &S::cornerShapeByDisplayChanged,
+                              &S::cornerColorModeRawChanged,
+                              &S::cornerColorModeByDisplayChanged,
+                              &S::cornerBgOpacityChanged,
+                              &S::cornerBgOpacityByDisplayChanged,
+                              &S::cornerOverridesByDisplayChanged})
         QObject::connect(&settings, signal, receiver, react);
 }
 

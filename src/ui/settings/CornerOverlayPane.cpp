@@ -38,10 +38,11 @@ CornerOverlayPane::CornerOverlayPane(const SettingsContext& context, QWidget* pa
     layout->addWidget(SettingControls::heading(
         localized("ディスプレイごとの上書き", "Per-display overrides"), this));
     layout->addWidget(SettingControls::note(
-        localized("チェックした項目だけがこのディスプレイ独自の値を使います。チェックを外しても値は残り、"
-                  "全体の設定が適用されます。",
-                  "Only checked items use a value of their own on this display. Unchecking keeps "
-                  "the value but applies the global setting."),
+        localized(
+            "チェックした項目だけがこのディスプレイ独自の値を使います。チェックを外しても値は残り、"
+            "全体の設定が適用されます。",
+            "Only checked items use a value of their own on this display. Unchecking keeps "
+            "the value but applies the global setting."),
         this));
     displaysLayout_ = new QVBoxLayout();
     layout->addLayout(displaysLayout_);
@@ -81,9 +82,8 @@ QWidget* CornerOverlayPane::displaySection(const DisplayEntry& display) {
             editor->setEnabled(check->isChecked());
         };
         render();
-        connect(check, &QCheckBox::toggled, box, [&s, item, uuid = display.displayUUID](bool on) {
-            s.setOverride(item, on, uuid);
-        });
+        connect(check, &QCheckBox::toggled, box,
+                [&s, item, uuid = display.displayUUID](bool on) { s.setOverride(item, on, uuid); });
         CornerItemEditor::onCornerChange(s, check, render);
         form->addRow(check, editor);
     }
@@ -96,10 +96,9 @@ QWidget* CornerOverlayPane::displaySection(const DisplayEntry& display) {
     CornerItemEditor::onCornerChange(s, reset, renderReset);
     connect(reset, &QPushButton::clicked, box,
             [&s, uuid = display.displayUUID] { s.resetDisplaySettings(uuid); });
-    form->addRow(reset, SettingControls::note(
-                            localized("Space の名前とプリセットは変わりません。",
-                                      "Space names and presets are left alone."),
-                            box));
+    form->addRow(reset, SettingControls::note(localized("Space の名前とプリセットは変わりません。",
+                                                        "Space names and presets are left alone."),
+                                              box));
     return box;
 }
 

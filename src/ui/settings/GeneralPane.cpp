@@ -50,7 +50,8 @@ GeneralPane::GeneralPane(const SettingsContext& context, QWidget* parent) : QWid
         &SettingsStore::showCurrentSpaceInMenuBar, &SettingsStore::setShowCurrentSpaceInMenuBar,
         &SettingsStore::showCurrentSpaceInMenuBarChanged, this));
     layout->addWidget(SettingControls::checkBox(
-        s, localized("設定ウインドウを常に手前に表示", "Keep the settings window above other windows"),
+        s,
+        localized("設定ウインドウを常に手前に表示", "Keep the settings window above other windows"),
         &SettingsStore::settingsWindowFloating, &SettingsStore::setSettingsWindowFloating,
         &SettingsStore::settingsWindowFloatingChanged, this));
 }

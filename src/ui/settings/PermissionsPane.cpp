@@ -14,9 +14,10 @@ PermissionsPane::PermissionsPane(const SettingsContext& context, QWidget* parent
     : QWidget(parent), context_(context) {
     QVBoxLayout* layout = SettingControls::page(this);
     layout->addWidget(SettingControls::note(
-        localized("X11 では特別な許可は要りません。Deskmark が使うデスクトップの機能と、その状態です。",
-                  "X11 needs no special permission. These are the desktop facilities Deskmark "
-                  "uses, and how they stand."),
+        localized(
+            "X11 では特別な許可は要りません。Deskmark が使うデスクトップの機能と、その状態です。",
+            "X11 needs no special permission. These are the desktop facilities Deskmark "
+            "uses, and how they stand."),
         this));
     grid_ = new QGridLayout();
     grid_->setColumnStretch(2, 1);

@@ -40,10 +40,12 @@ ProjectsPane::ProjectsPane(const SettingsContext& context, QWidget* parent)
     form->addRow(localized("カラープリセット", "Color preset"), preset_);
     delete_ = new QPushButton(localized("プロジェクトを削除…", "Delete Project…"), this);
     form->addRow(QString(), delete_);
-    layout->addWidget(SettingControls::note(
-        localized("プロジェクトを削除すると、そのブックマークも削除され、表示していた Space は名前なしになります。",
-                  "Deleting a project deletes its bookmarks too; the Spaces that showed it become unnamed."),
-        this));
+    layout->addWidget(
+        SettingControls::note(localized("プロジェクトを削除すると、そのブックマークも削除され、表示"
+                                        "していた Space は名前なしになります。",
+                                        "Deleting a project deletes its bookmarks too; the Spaces "
+                                        "that showed it become unnamed."),
+                              this));
 
     connect(list_, &QListWidget::currentRowChanged, this, [this] { renderSelection(); });
     const auto rename = [this] {
@@ -63,9 +65,9 @@ ProjectsPane::ProjectsPane(const SettingsContext& context, QWidget* parent)
         const auto question = model_.deleteQuestion(*id, context_.spaces.liveSpaceUUIDs());
         if (!question)
             return;
-        const auto answer =
-            QMessageBox::question(this, localized("プロジェクトを削除", "Delete Project"), *question,
-                                  QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
+        const auto answer = QMessageBox::question(
+            this, localized("プロジェクトを削除", "Delete Project"), *question,
+            QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
         if (answer == QMessageBox::Yes)
             model_.deleteProject(*id);
     });
@@ -89,12 +91,11 @@ void ProjectsPane::render() {
         const QSignalBlocker blocker(list_);
         list_->clear();
         for (const ProjectsPaneModel::Row& row : model_.rows(context_.spaces.liveSpaceUUIDs())) {
-            const QString text =
-                localized("%1　（Space %2 個・ブックマーク %3 件）",
-                          "%1   (%2 Spaces, %3 bookmarks)")
-                    .arg(row.name)
-                    .arg(row.liveSpaceCount)
-                    .arg(row.bookmarkCount);
+            const QString text = localized("%1　（Space %2 個・ブックマーク %3 件）",
+                                           "%1   (%2 Spaces, %3 bookmarks)")
+                                     .arg(row.name)
+                                     .arg(row.liveSpaceCount)
+                                     .arg(row.bookmarkCount);
             auto* item = new QListWidgetItem(text, list_);
             item->setData(Qt::UserRole, row.id);
             item->setBackground(qtColor(row.colors.bg));
@@ -112,9 +113,9 @@ void ProjectsPane::renderSelection() {
     const std::optional<QUuid> id = selectedProject();
     const std::optional<Project> project = id ? context_.projects.project(*id) : std::nullopt;
     name_->setText(project ? project->name : QString());
-    SettingControls::fillPresets(
-        preset_, context_.presets,
-        project ? project->presetID.value_or(PresetStore::kDefaultID) : PresetStore::kDefaultID);
+    SettingControls::fillPresets(preset_, context_.presets,
+                                 project ? project->presetID.value_or(PresetStore::kDefaultID)
+                                         : PresetStore::kDefaultID);
     for (QWidget* w : {static_cast<QWidget*>(name_), static_cast<QWidget*>(rename_),
                        static_cast<QWidget*>(preset_), static_cast<QWidget*>(delete_)})
         w->setEnabled(project.has_value());

@@ -39,6 +39,7 @@ QVBoxLayout* SettingControls::page(QWidget* pane) {
     auto* scroll = new QScrollArea(pane);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus); // Tab goes from the pane list into the pane
     auto* content = new QWidget(scroll);
     scroll->setWidget(content);
     outer->addWidget(scroll);

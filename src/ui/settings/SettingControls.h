@@ -46,9 +46,8 @@ public:
 
     // A number held within minimum…maximum, in points unless another suffix is given.
     static QDoubleSpinBox* number(SettingsStore& s, NumberGetter get, NumberSetter set,
-                                  Signal changed, double minimum, double maximum,
-                                  QWidget* parent, int decimals = 0,
-                                  const QString& suffix = QStringLiteral(" pt")) {
+                                  Signal changed, double minimum, double maximum, QWidget* parent,
+                                  int decimals = 0, const QString& suffix = QStringLiteral(" pt")) {
         auto* box = new QDoubleSpinBox(parent);
         box->setRange(minimum, maximum);
         box->setDecimals(decimals);

@@ -63,13 +63,17 @@ void SettingsWindow::present() {
     activateWindow();
 }
 
-void SettingsWindow::showPane(Pane pane) { paneList_->setCurrentRow(int(pane)); }
+void SettingsWindow::showPane(Pane pane) {
+    paneList_->setCurrentRow(int(pane));
+}
 
 SettingsWindow::Pane SettingsWindow::currentPane() const {
     return static_cast<Pane>(paneList_->currentRow());
 }
 
-QWidget* SettingsWindow::pane(Pane pane) const { return stack_->widget(int(pane)); }
+QWidget* SettingsWindow::pane(Pane pane) const {
+    return stack_->widget(int(pane));
+}
 
 void SettingsWindow::applyFloating() {
     const bool floating = context_.settings.settingsWindowFloating();

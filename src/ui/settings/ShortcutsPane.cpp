@@ -33,7 +33,9 @@ ShortcutsPane::ShortcutsPane(const SettingsContext& context, QWidget* parent) : 
     };
     for (int i = 0; i < rows.size(); ++i) {
         const Row& row = rows[i];
-        auto* title = new QLabel(PermissionsPaneModel::actionTitle(row.action).replace(u'&', QStringLiteral("&&")), this);
+        auto* title = new QLabel(
+            PermissionsPaneModel::actionTitle(row.action).replace(u'&', QStringLiteral("&&")),
+            this);
         auto* recorder = new ShortcutRecorder(s, row.action, context.registrar, this);
         title->setBuddy(recorder);
         grid->addWidget(title, i, 0, Qt::AlignTop | Qt::AlignLeft);
@@ -47,8 +49,9 @@ ShortcutsPane::ShortcutsPane(const SettingsContext& context, QWidget* parent) : 
         render();
         connect(restore, &QPushButton::clicked, this,
                 [&s, row] { s.setHotKey(row.action, row.builtIn); });
-        connect(&s, row.action == HotKeyAction::Bookmark ? &SettingsStore::bookmarkHotKeyChanged
-                                                         : &SettingsStore::switcherHotKeyChanged,
+        connect(&s,
+                row.action == HotKeyAction::Bookmark ? &SettingsStore::bookmarkHotKeyChanged
+                                                     : &SettingsStore::switcherHotKeyChanged,
                 restore, render);
         grid->addWidget(restore, i, 2, Qt::AlignTop);
     }

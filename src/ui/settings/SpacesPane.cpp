@@ -23,8 +23,7 @@ namespace deskmark {
 SpacesPane::SpacesPane(const SettingsContext& context, QWidget* parent)
     : QWidget(parent), context_(context), model_(context.projects, context.presets) {
     QVBoxLayout* layout = SettingControls::page(this);
-    layout->addWidget(SettingControls::note(
-SpacesPaneModel::unnamedNote(), this));
+    layout->addWidget(SettingControls::note(SpacesPaneModel::unnamedNote(), this));
     list_ = new QListWidget(this);
     list_->setMinimumHeight(160);
     list_->setAccessibleName(localized("Space", "Spaces"));
@@ -160,9 +159,9 @@ void SpacesPane::renderSelection() {
             project_->addItem(p.name, p.id);
         project_->setCurrentIndex(project ? std::max(0, project_->findData(project->id)) : 0);
     }
-    SettingControls::fillPresets(
-        preset_, context_.presets,
-        project ? project->presetID.value_or(PresetStore::kDefaultID) : preset_->currentData().toString());
+    SettingControls::fillPresets(preset_, context_.presets,
+                                 project ? project->presetID.value_or(PresetStore::kDefaultID)
+                                         : preset_->currentData().toString());
     name_->setText(project ? project->name : QString());
     renderButtons();
 }
