@@ -2,13 +2,16 @@
 
 #include "core/app/Language.h"
 #include "core/app/PresetMenuModel.h"
-#include "core/app/StatusTitle.h"
-#include "core/model/AppFolders.h"
 #include "core/app/Relaunch.h"
+#include "core/app/StatusTitle.h"
+#include "core/bookmarks/AppCandidateStore.h"
 #include "core/bookmarks/BookmarkOpener.h"
+#include "core/model/AppFolders.h"
+#include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxSessionFacts.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "platform/linux/X11Compositor.h"
+#include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
 #include "ui/SpaceSwitcherPanel.h"
 #include "ui/settings/SettingsWindow.h"
@@ -28,9 +31,20 @@ namespace {
 constexpr auto kMenuBarCheckInterval = 300ms;
 constexpr auto kScreenSettleDelay = 350ms;
 
+// The session's default terminal and the first known editor installed.
 SettingsStore::PlatformDefaults linuxDefaults(const LoginItem& loginItem) {
     SettingsStore::PlatformDefaults defaults;
-    defaults.terminalBundleID = QStringLiteral("org.gnome.Terminal");
+    const GioWorkspace desktop;
+    if (const std::optional<QString> terminal = desktop.defaultTerminal())
+        defaults.terminalBundleID = desktop.applicationID(*terminal);
+    defaults.firstInstalledEditor = [] {
+        const GioWorkspace desktop;
+        for (const CandidateApp& editor : BookmarkOpener::editorTable()) {
+            if (desktop.applicationLocation(editor.bundleID))
+                return editor.bundleID;
+        }
+        return QString();
+    };
     defaults.launchAtLogin = loginItem.isEnabled();
     return defaults;
 }
@@ -52,6 +66,7 @@ AppDelegate::~AppDelegate() {
     delete nameEditor_;
     delete switcherPanel_;
     delete settingsWindow_;
+    bookmarkPopup_.reset();
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -67,6 +82,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::applicationWillTerminate() {
+    closeBookmarkWindow();
     for (const QMetaObject::Connection& connection : std::as_const(connections_))
         disconnect(connection);
     connections_.clear();
@@ -83,10 +99,13 @@ std::optional<QString> AppDelegate::statusItemDisplayUUID() const {
 }
 
 QScreen* AppDelegate::statusItemScreen() const {
-    const std::optional<QString> name = statusItem_ ? statusItem_->screenName() : std::nullopt;
-    for (QScreen* screen : QGuiApplication::screens()) {
-        if (name && screen->name() == *name)
-            return screen;
+    if (statusItem_) {
+        if (const std::optional<QString> name = statusItem_->screenName()) {
+            for (QScreen* screen : QGuiApplication::screens()) {
+                if (screen->name() == *name)
+                    return screen;
+            }
+        }
     }
     return QGuiApplication::primaryScreen();
 }
@@ -128,6 +147,7 @@ void AppDelegate::buildStatusItem() {
 
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
     connect(menu_->switcherAction(), &QAction::triggered, this, &AppDelegate::showSpaceSwitcher);
+    connect(menu_->bookmarkAction(), &QAction::triggered, this, &AppDelegate::showBookmarks);
     connect(menu_->settingsAction(), &QAction::triggered, this, &AppDelegate::openSettings);
     connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
     connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
@@ -176,6 +196,7 @@ void AppDelegate::activeSpaceDidChange() {
     recordSpaceHistory();
     updateStatusTitle();
     refreshCornerOverlay();
+    closeBookmarkWindow();
 }
 
 void AppDelegate::screenParametersDidChange() {

@@ -5,6 +5,8 @@
 #include "core/app/PagerNameSync.h"
 #include "core/app/QtScheduler.h"
 #include "core/app/SpaceHistory.h"
+#include "core/bookmarks/BookmarkPopupGeometry.h"
+#include "core/bookmarks/GroupNameRequest.h"
 #include "core/model/PresetStore.h"
 #include "core/model/ProjectStore.h"
 #include "core/model/SettingsStore.h"
@@ -14,7 +16,6 @@
 #include "core/switcher/SpaceSwitcher.h"
 #include "core/switcher/SwitchDebugLog.h"
 #include "platform/StatusItem.h"
-#include "core/bookmarks/AppCandidateStore.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DBusInputSourceSwitcher.h"
 #include "platform/linux/GioWorkspace.h"
@@ -30,14 +31,20 @@
 #include "ui/StatusMenu.h"
 
 #include <QIcon>
+#include <QUuid>
 #include <QObject>
 #include <QPointer>
 
 #include <memory>
 #include <optional>
 
+class QDialog;
+class QScreen;
+
 namespace deskmark {
 
+class AppCandidateStore;
+class BookmarkPopupCoordinator;
 class NameEditorWindow;
 class SettingsWindow;
 class SpaceSwitcherPanel;
@@ -66,6 +73,14 @@ public:
     // others; nothing when the display or the Space is gone.
     void switchSpace(const QString& spaceUUID, const QString& displayUUID);
 
+    // Where the bookmark popup opens: near the mouse on the screen of the panel item.
+    std::optional<BookmarkAnchor> bookmarkAnchor() const;
+    // The popup's form and dialogs; each shows above the popup, which stays open meanwhile.
+    void showBookmarkForm(const QUuid& projectID, const std::optional<Bookmark>& editing,
+                          const std::optional<Bookmark>& prefill);
+    void showGroupNameWindow(const GroupNameRequest& request);
+    void showBookmarkDeleteConfirm(const Bookmark& bookmark);
+
 public Q_SLOTS:
     // Opens the switcher panel on the screen of the panel item; while it is open, moves
     // its selection to the next tile instead.
@@ -76,10 +91,16 @@ public Q_SLOTS:
     void nameCurrent();
     // Opens the settings window, or brings the open one to the front.
     void openSettings();
+    // Opens the bookmark popup of the current Space, or closes it when it is open.
+    void showBookmarks();
+    void closeBookmarkWindow();
 
 private:
     std::optional<QString> statusItemDisplayUUID() const;
+    // The screen that holds the panel item, else the primary one.
     QScreen* statusItemScreen() const;
+    // Shows a dialog of the popup above it; the popup resumes when the dialog closes.
+    void presentPopupDialog(QDialog* dialog);
     bool advanceOpenSwitcher();
     const QIcon& menuBarIcon();
     void buildStatusItem();
@@ -121,14 +142,15 @@ private:
     // Made on first use and kept, hidden when closed, so it reopens on its last pane.
     QPointer<SettingsWindow> settingsWindow_;
     PagerNameSync pagerNames_{settings_, projectStore_, spaceStore_, windowServer_, windowServer_};
+    QPointer<SpaceSwitcherPanel> switcherPanel_;
+    DBusInputSourceSwitcher inputSource_;
 
-    // The bookmark opener's desktop services and the application candidates.
+    // The bookmark opener's desktop services, the application candidates and the popup.
     GioWorkspace workspace_;
     X11WindowMover windowMover_;
     LinuxCaptureSource captureSource_{workspace_};
     std::unique_ptr<AppCandidateStore> appCandidates_;
-    QPointer<SpaceSwitcherPanel> switcherPanel_;
-    DBusInputSourceSwitcher inputSource_;
+    std::unique_ptr<BookmarkPopupCoordinator> bookmarkPopup_;
 
     // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
     X11HotKeyRegistrar hotKeyRegistrar_;

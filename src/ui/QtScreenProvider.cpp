@@ -5,11 +5,9 @@
 
 namespace deskmark {
 
-namespace {
-ScreenInfo info(const QScreen& screen) {
+ScreenInfo QtScreenProvider::info(const QScreen& screen) {
     return ScreenInfo{screen.name(), QRectF(screen.geometry()), QRectF(screen.availableGeometry())};
 }
-} // namespace
 
 QList<ScreenInfo> QtScreenProvider::screens() const {
     QList<ScreenInfo> result;

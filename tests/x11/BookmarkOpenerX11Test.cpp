@@ -19,6 +19,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -72,14 +73,17 @@ class BookmarkOpenerX11Test : public QObject {
         }
         return result;
     }
-    // The newest managed window of a class, waiting for it to appear after `known`.
-    std::optional<quint32> newWindow(const QString& windowClass, const QList<quint32>& known) {
+    // The newest managed window of one of the classes, waiting for it to appear after `known`.
+    std::optional<quint32> newWindow(const QStringList& classes, const QList<quint32>& known) {
         std::optional<quint32> found;
         (void)QTest::qWaitFor(
             [&] {
                 for (const quint32 window : x11_.clientList()) {
-                    if (!known.contains(window) &&
-                        x11_.windowClass(window).contains(windowClass, Qt::CaseInsensitive))
+                    const QStringList names = x11_.windowClass(window);
+                    const bool matches = std::any_of(classes.begin(), classes.end(), [&](const QString& name) {
+                        return names.contains(name, Qt::CaseInsensitive);
+                    });
+                    if (!known.contains(window) && matches)
                         found = window;
                 }
                 return found.has_value();
@@ -100,6 +104,8 @@ private Q_SLOTS:
         qputenv("XDG_CONFIG_HOME", config.toUtf8());
         qputenv("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
         qputenv("XDG_CURRENT_DESKTOP", "Deskmark-test");
+        // Browsers keep their profile, the session its settings, in this home.
+        qputenv("HOME", root_.filePath("home").toUtf8());
         const QString fake = QStringLiteral(FAKE_DESKTOP_APP);
         write(apps + "/fake-editor.desktop",
               entry("Fake Editor 10", fake + " --editor %F", "MimeType=inode/directory;text/plain;"));
@@ -122,12 +128,21 @@ private Q_SLOTS:
         write(config + "/xdg-terminals.list", "# the user's terminal\nfake-term.desktop\n");
         QCOMPARE(QProcess::execute("update-desktop-database", {apps}), 0);
         // The bus was started before the X session: services it starts need its display.
-        QCOMPARE(QProcess::execute("dbus-update-activation-environment", {"DISPLAY"}), 0);
+        QCOMPARE(QProcess::execute("dbus-update-activation-environment",
+                                   {"DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}),
+                 0);
 
         workspace_ = std::make_unique<GioWorkspace>();
         mover_ = std::make_unique<X11WindowMover>();
         capture_ = std::make_unique<LinuxCaptureSource>(*workspace_);
         BookmarkOpener::install(*workspace_, *mover_, *capture_, scheduler_);
+
+        // The first capture attempt switches the session's accessibility on, so that the
+        // programs started from now on answer on the accessibility bus.
+        if (qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("アクセシビリティを有効にしました"));
+        QCOMPARE(BookmarkOpener::captureFrontmost(RunningApp{"thunar", "Thunar", 0, 0, false}).kind,
+                 CaptureResult::Kind::Failed);
     }
     void cleanupTestCase() {
         // The programs started here outlive their launch; end every window's process.
@@ -200,20 +215,37 @@ private Q_SLOTS:
                  QJsonArray({"--files", root_.path()}));
     }
 
-    void thunarRevealsAFile() {
+    // Thunar (installed for the tests) or Nautilus, whichever the bus starts for
+    // FileManager1, shows the file's folder and gives it back to a capture.
+    void fileManagerRevealsAndIsCaptured() {
         if (!qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
             QSKIP("the bare session bus offers no file manager");
-        if (QStandardPaths::findExecutable("thunar").isEmpty())
-            QSKIP("thunar is not installed");
+        if (QStandardPaths::findExecutable("thunar").isEmpty() &&
+            QStandardPaths::findExecutable("nautilus").isEmpty())
+            QSKIP("neither thunar nor nautilus is installed");
         const QString folder = root_.filePath("revealed");
         QVERIFY(QDir().mkpath(folder));
         write(folder + "/item.txt", "x");
         const QList<quint32> before = x11_.clientList();
         QVERIFY(BookmarkOpener::open(bookmark(Bookmark::Kind::File, folder + "/item.txt")));
-        const std::optional<quint32> window = newWindow("thunar", before);
+        const std::optional<quint32> window = newWindow({"thunar", "org.gnome.Nautilus"}, before);
         QVERIFY(window);
         QTRY_VERIFY_WITH_TIMEOUT(x11_.text(*window, "_NET_WM_NAME").contains("revealed"), kTimeout);
         QVERIFY(records().isEmpty()); // no fallback
+
+        // Its location bar gives the folder back to a capture.
+        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
+        std::optional<RunningApp> app;
+        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
+                                 kTimeout);
+        QVERIFY2(app->bundleID == "thunar" || app->bundleID == "org.gnome.Nautilus",
+                 qPrintable(app->bundleID));
+        QElapsedTimer clock;
+        clock.start();
+        const CaptureResult captured = BookmarkOpener::captureFrontmost(app);
+        qInfo("%s capture: %lld ms", qPrintable(app->bundleID), clock.elapsed());
+        QCOMPARE(captured.kind, CaptureResult::Kind::Bookmark);
+        QCOMPARE(captured.bookmark->target, folder);
     }
 
     void xtermAtAFolderIsCaptured() {
@@ -223,7 +255,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder));
         const QList<quint32> before = x11_.clientList();
         QVERIFY(BookmarkOpener::openInTerminal(bookmark(Bookmark::Kind::File, folder), "debian-xterm"));
-        const std::optional<quint32> window = newWindow("xterm", before);
+        const std::optional<quint32> window = newWindow({"xterm"}, before);
         QVERIFY(window);
         QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
         std::optional<RunningApp> app;
@@ -266,7 +298,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(records().size(), 1, kTimeout);
         QCOMPARE(records()[0]["args"].toArray().last().toString(), "https://example.com/a?b=1");
         QVERIFY(records()[0]["args"].toArray().contains("--new-window"));
-        const std::optional<quint32> window = newWindow("deskmark_fake_desktop_app", before);
+        const std::optional<quint32> window = newWindow({"deskmark_fake_desktop_app"}, before);
         QVERIFY(window);
         QTRY_VERIFY_WITH_TIMEOUT(x11_.frame(*window)->center().x() > 1280, kTimeout);
         qInfo("new window on the right monitor after %lld ms", clock.elapsed());
@@ -277,6 +309,56 @@ private Q_SLOTS:
                 kTimeout);
             QTRY_COMPARE_WITH_TIMEOUT(x11_.frame(*window)->left(), 1280, kTimeout);
         }
+    }
+
+    // Runs when firefox-esr is installed: its new window moves to the right monitor, and its
+    // tab is captured over the accessibility bus.
+    void firefoxCaptureAndMove() {
+        if (QStandardPaths::findExecutable("firefox-esr").isEmpty())
+            QSKIP("firefox-esr is not installed (apt-get install firefox-esr runs this test)");
+        if (!qEnvironmentVariableIsEmpty("DESKMARK_BARE_SESSION_BUS"))
+            QSKIP("the bare session bus offers no accessibility bus");
+        const QString page = root_.filePath("page.html");
+        write(page, "<html><head><title>Deskmark Test Page</title></head><body>x</body></html>");
+        const QString address = QUrl::fromLocalFile(page).toString();
+        const QList<quint32> before = x11_.clientList();
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(BookmarkOpener::openURLInNewWindow(
+            bookmark(Bookmark::Kind::Url, address, QStringLiteral("firefox-esr")), kRight));
+        const std::optional<quint32> window = newWindow({"firefox-esr"}, before);
+        QVERIFY(window);
+        qInfo("Firefox window after %lld ms", clock.elapsed());
+        QTRY_VERIFY_WITH_TIMEOUT(x11_.frame(*window)->center().x() > 1280, kTimeout);
+        qInfo("Firefox window on the right monitor after %lld ms", clock.elapsed());
+
+        QProcess::execute("xdotool", {"windowactivate", "--sync", QString::number(*window)});
+        std::optional<RunningApp> app;
+        QTRY_VERIFY_WITH_TIMEOUT((app = BookmarkOpener::frontmostApp()) && app->window == *window,
+                                 kTimeout);
+        QCOMPARE(app->bundleID, "firefox-esr");
+        CaptureResult captured;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            (captured = BookmarkOpener::captureFrontmost(app)).kind == CaptureResult::Kind::Bookmark,
+            kTimeout);
+        clock.restart();
+        captured = BookmarkOpener::captureFrontmost(app);
+        qInfo("Firefox capture: %lld ms", clock.elapsed());
+        QCOMPARE(captured.bookmark->target, address);
+        QCOMPARE(captured.bookmark->label, "Deskmark Test Page");
+
+        // Running now: the window comes from the first process, found among the new ones.
+        QProcess::execute("xdotool", {"windowmove", QString::number(*window), "0", "40"});
+        const QList<quint32> running = x11_.clientList();
+        clock.restart();
+        QVERIFY(BookmarkOpener::openURLInNewWindow(
+            bookmark(Bookmark::Kind::Url, address, QStringLiteral("firefox-esr")), kRight));
+        const std::optional<quint32> second = newWindow({"firefox-esr"}, running);
+        QVERIFY(second);
+        QTRY_VERIFY_WITH_TIMEOUT(x11_.frame(*second)->center().x() > 1280, kTimeout);
+        qInfo("second Firefox window on the right monitor after %lld ms", clock.elapsed());
+        if (!qEnvironmentVariableIsEmpty("DESKMARK_SHOT"))
+            QProcess::execute("import", {"-window", "root", qEnvironmentVariable("DESKMARK_SHOT")});
     }
 };
 

@@ -214,6 +214,8 @@ QString BookmarkOpener::appDisplayName(const QString& bundleID) {
     return location ? appName(*location) : bundleID;
 }
 
+QString BookmarkOpener::appID(const QString& appURL) { return workspace().applicationID(appURL); }
+
 QString BookmarkOpener::appIconName(const QString& appURL) {
     return workspace().applicationIconName(appURL);
 }

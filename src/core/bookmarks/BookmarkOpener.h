@@ -73,6 +73,8 @@ public:
     static QString appDisplayName(const QString& bundleID);
     // The icon name of the application at a location, for QIcon::fromTheme; may be empty.
     static QString appIconName(const QString& appURL);
+    // The id of the application at a location (what appBundleID stores); empty for none.
+    static QString appID(const QString& appURL);
 
     // Where a window goes when it is moved to screen: none when its centre already lies on
     // that screen, else the top-left corner that centres it in the screen's visible frame.

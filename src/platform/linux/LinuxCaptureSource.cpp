@@ -1,7 +1,7 @@
 #include "platform/linux/LinuxCaptureSource.h"
 
 #include "core/model/HomePath.h"
-#include "platform/linux/AtSpiBrowserReader.h"
+#include "platform/linux/AtSpiReader.h"
 #include "platform/linux/GioWorkspace.h"
 
 #include <QDBusArgument>
@@ -55,7 +55,7 @@ QMap<QString, QStringList> fileManagerWindows() {
 } // namespace
 
 LinuxCaptureSource::LinuxCaptureSource(const GioWorkspace& workspace)
-    : workspace_(workspace), browsers_(std::make_unique<AtSpiBrowserReader>()) {}
+    : workspace_(workspace), accessibility_(std::make_unique<AtSpiReader>()) {}
 
 LinuxCaptureSource::~LinuxCaptureSource() = default;
 
@@ -80,7 +80,7 @@ std::optional<RunningApp> LinuxCaptureSource::frontmostApp() const {
 }
 
 std::optional<CaptureSource::Page> LinuxCaptureSource::browserPage(const RunningApp& app) {
-    return browsers_->selectedPage(app.pid, windowTitle(app));
+    return accessibility_->selectedPage(app.pid, windowTitle(app));
 }
 
 std::optional<QString> LinuxCaptureSource::fileManagerLocation(const RunningApp& app) {
@@ -93,6 +93,8 @@ std::optional<QString> LinuxCaptureSource::fileManagerLocation(const RunningApp&
                 return current.toLocalFile();
         }
     }
+    if (std::optional<QString> folder = accessibility_->shownFolder(app.pid, windowTitle(app)))
+        return folder;
     return titleFolder(app);
 }
 
@@ -127,8 +129,11 @@ std::optional<QString> LinuxCaptureSource::folderInTitle(const QString& title) {
             continue;
         if (start > 0 && !title[start - 1].isSpace() && title[start - 1] != u':')
             continue;
-        // The longest run from here that names an existing folder (a path may hold blanks).
+        // The longest run from here to a blank or the end that names an existing folder (a
+        // path may hold blanks, but does not stop inside a word).
         for (qsizetype end = title.size(); end > start; --end) {
+            if (end < title.size() && !title[end].isSpace())
+                continue;
             const QString path = expandTilde(title.mid(start, end - start).trimmed());
             if (path.startsWith(u'/') && QFileInfo(path).isDir())
                 return QDir::cleanPath(path);

@@ -7,13 +7,13 @@
 
 namespace deskmark {
 
-class AtSpiBrowserReader;
+class AtSpiReader;
 class GioWorkspace;
 
 // What the active window shows, read the Linux way: browsers' tabs over the accessibility
-// bus, Nautilus's folder from its FileManager1 window locations, a terminal's folder from
-// its shell's working directory; a path written in the window title where nothing else
-// answers.
+// bus, Nautilus's folder from its FileManager1 window locations, other file managers'
+// location bars over the accessibility bus, a terminal's folder from its shell's working
+// directory; a path written in the window title where nothing else answers.
 class LinuxCaptureSource : public CaptureSource {
 public:
     explicit LinuxCaptureSource(const GioWorkspace& workspace);
@@ -36,7 +36,7 @@ private:
 
     const GioWorkspace& workspace_;
     mutable X11WindowProperties x11_;
-    std::unique_ptr<AtSpiBrowserReader> browsers_;
+    std::unique_ptr<AtSpiReader> accessibility_;
 };
 
 } // namespace deskmark

@@ -2,6 +2,7 @@
 
 #include "core/app/SystemLog.h"
 #include "core/model/HotKey.h"
+#include "platform/linux/X11Screen.h"
 
 #include <QMetaObject>
 #include <QSocketNotifier>
@@ -92,10 +93,7 @@ X11HotKeyRegistrar::X11HotKeyRegistrar(QObject* parent) : HotKeyRegistrar(parent
                       .arg(error));
         return;
     }
-    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
-    for (int i = 0; i < screenNumber && screens.rem > 0; ++i)
-        xcb_screen_next(&screens);
-    root_ = screens.data->root;
+    root_ = rootWindowOfScreen(connection_, screenNumber);
     keySymbols_ = xcb_key_symbols_alloc(connection_);
     numLockMask_ = readNumLockMask();
 

@@ -1,5 +1,7 @@
 #include "platform/linux/X11RootClient.h"
 
+#include "platform/linux/X11Screen.h"
+
 #include <QSocketNotifier>
 
 #include <xcb/randr.h>
@@ -76,16 +78,13 @@ X11RootClient::X11RootClient(QObject* parent) : QObject(parent) {
     connection_ = xcb_connect(nullptr, &screenNumber);
     if (xcb_connection_has_error(connection_))
         return;
-    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
-    for (int i = 0; i < screenNumber && screens.rem; ++i)
-        xcb_screen_next(&screens);
-    if (!screens.rem) {
+    root_ = rootWindowOfScreen(connection_, screenNumber);
+    if (!root_) {
         // The display string names a screen the server does not have.
         xcb_disconnect(connection_);
         connection_ = nullptr;
         return;
     }
-    root_ = screens.data->root;
     internAtoms();
     watchRoot();
 

@@ -1,5 +1,7 @@
 #include "platform/linux/X11WindowProperties.h"
 
+#include "platform/linux/X11Screen.h"
+
 #include <xcb/xcb.h>
 
 #include <cstdlib>
@@ -24,10 +26,7 @@ X11WindowProperties::X11WindowProperties() {
     connection_ = xcb_connect(nullptr, &screenNumber);
     if (xcb_connection_has_error(connection_))
         return;
-    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
-    for (int i = 0; i < screenNumber && screens.rem; ++i)
-        xcb_screen_next(&screens);
-    root_ = screens.data ? screens.data->root : 0;
+    root_ = rootWindowOfScreen(connection_, screenNumber);
 }
 
 X11WindowProperties::~X11WindowProperties() { xcb_disconnect(connection_); }

@@ -1,6 +1,7 @@
-#include "platform/linux/AtSpiBrowserReader.h"
+#include "platform/linux/AtSpiReader.h"
 
 #include "core/app/SystemLog.h"
+#include "core/model/HomePath.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -8,13 +9,20 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QDir>
+#include <QFileInfo>
+
+#include <functional>
 
 namespace deskmark {
 
 namespace {
 
 // Role and state numbers of the AT-SPI protocol.
+constexpr quint32 kRoleDirectoryPane = 17;
 constexpr quint32 kRoleFrame = 23;
+constexpr quint32 kRoleText = 61;
+constexpr quint32 kRoleEntry = 79;
 constexpr quint32 kRolePageTab = 37;
 constexpr quint32 kRoleDocumentWeb = 95;
 constexpr int kStateActive = 1;
@@ -107,6 +115,14 @@ public:
         return {};
     }
 
+    QString text(const Node& node) const {
+        const QDBusMessage reply = call(node, QStringLiteral("org.a11y.atspi.Text"),
+                                        QStringLiteral("GetText"), {0, -1});
+        if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+            return {};
+        return reply.arguments().first().toString();
+    }
+
     std::optional<quint32> processOf(const QString& service) const {
         const QDBusMessage reply = call({QStringLiteral("org.freedesktop.DBus"),
                                          QStringLiteral("/org/freedesktop/DBus")},
@@ -138,55 +154,66 @@ std::optional<QDBusConnection> accessibilityBus() {
     return bus;
 }
 
-// The selected tab's name and the shown document's address inside one window.
-std::optional<CaptureSource::Page> pageIn(const Bus& bus, const Node& frame) {
+// Visits the shown elements of a window breadth first; visit returns whether to look
+// inside the element, or stops the walk by setting done.
+void walkShown(const Bus& bus, const Node& frame,
+               const std::function<bool(const Node&, const Facts&, bool& done)>& visit) {
     QList<Node> pending{frame};
-    QString tabName, address, documentName;
-    for (int visited = 0; !pending.isEmpty() && visited < kMaxNodes; ++visited) {
+    bool done = false;
+    for (int visited = 0; !done && !pending.isEmpty() && visited < kMaxNodes; ++visited) {
         const Node node = pending.takeFirst();
         const Facts facts = bus.facts(node);
         if (node.path != frame.path && !has(facts, kStateShowing))
             continue; // hidden menus, panels and the documents of other tabs
+        if (visit(node, facts, done))
+            pending << bus.children(node);
+    }
+}
+
+// The selected tab's name and the shown document's address inside one window; a page's
+// content is never walked into.
+std::optional<CaptureSource::Page> pageIn(const Bus& bus, const Node& frame) {
+    QString tabName, address, documentName;
+    walkShown(bus, frame, [&](const Node& node, const Facts& facts, bool& done) {
         if (facts.role == kRolePageTab && has(facts, kStateSelected) && tabName.isEmpty())
             tabName = bus.name(node);
-        if (facts.role == kRoleDocumentWeb) {
-            if (address.isEmpty()) {
-                address = bus.documentAddress(node);
-                documentName = bus.name(node);
-            }
-            continue;
+        if (facts.role != kRoleDocumentWeb)
+            return true;
+        if (address.isEmpty()) {
+            address = bus.documentAddress(node);
+            documentName = bus.name(node);
         }
-        pending << bus.children(node);
-    }
+        done = !tabName.isEmpty() && !address.isEmpty();
+        return false;
+    });
     if (address.isEmpty())
         return std::nullopt;
     return CaptureSource::Page{address, tabName.isEmpty() ? documentName : tabName};
 }
 
-} // namespace
-
-void AtSpiBrowserReader::enableAccessibility() {
-    if (enableTried_)
-        return;
-    enableTried_ = true;
-    const Bus session(QDBusConnection::sessionBus());
-    const QString status = QStringLiteral("org.a11y.Status");
-    const QDBusMessage enabled =
-        session.call(kBusLauncher, QStringLiteral("org.freedesktop.DBus.Properties"),
-                     QStringLiteral("Get"), {status, QStringLiteral("IsEnabled")});
-    if (enabled.type() != QDBusMessage::ReplyMessage || enabled.arguments().isEmpty() ||
-        enabled.arguments().first().value<QDBusVariant>().variant().toBool())
-        return;
-    session.call(kBusLauncher, QStringLiteral("org.freedesktop.DBus.Properties"),
-                 QStringLiteral("Set"),
-                 {status, QStringLiteral("IsEnabled"), QVariant::fromValue(QDBusVariant(true))});
-    systemLog(QStringLiteral("Deskmark: 取り込みのためにアクセシビリティを有効にしました "
-                             "(org.a11y.Status.IsEnabled、ユーザー設定に保存されます)"));
+// The first text field holding an existing folder's path; the folder's items are not
+// walked into.
+std::optional<QString> folderIn(const Bus& bus, const Node& frame) {
+    std::optional<QString> folder;
+    walkShown(bus, frame, [&](const Node& node, const Facts& facts, bool& done) {
+        if (facts.role == kRoleText || facts.role == kRoleEntry) {
+            const QString path = expandTilde(bus.text(node).trimmed());
+            if (path.startsWith(u'/') && QFileInfo(path).isDir()) {
+                folder = QDir::cleanPath(path);
+                done = true;
+            }
+            return false;
+        }
+        return facts.role != kRoleDirectoryPane;
+    });
+    return folder;
 }
 
-std::optional<CaptureSource::Page> AtSpiBrowserReader::selectedPage(qint64 pid,
-                                                                    const QString& windowTitle) {
-    enableAccessibility();
+// What read finds in the window of the process pid titled windowTitle; else in its active
+// window; else in its first.
+template <typename T>
+std::optional<T> inWindow(qint64 pid, const QString& windowTitle,
+                          std::optional<T> (*read)(const Bus&, const Node&)) {
     const std::optional<QDBusConnection> connection = accessibilityBus();
     if (!connection || pid <= 0)
         return std::nullopt;
@@ -212,9 +239,41 @@ std::optional<CaptureSource::Page> AtSpiBrowserReader::selectedPage(qint64 pid,
         if (!chosen)
             chosen = active ? active : first;
         if (chosen)
-            return pageIn(bus, *chosen);
+            return read(bus, *chosen);
     }
     return std::nullopt;
+}
+
+} // namespace
+
+void AtSpiReader::enableAccessibility() {
+    if (enableTried_)
+        return;
+    enableTried_ = true;
+    const Bus session(QDBusConnection::sessionBus());
+    const QString status = QStringLiteral("org.a11y.Status");
+    const QDBusMessage enabled =
+        session.call(kBusLauncher, QStringLiteral("org.freedesktop.DBus.Properties"),
+                     QStringLiteral("Get"), {status, QStringLiteral("IsEnabled")});
+    if (enabled.type() != QDBusMessage::ReplyMessage || enabled.arguments().isEmpty() ||
+        enabled.arguments().first().value<QDBusVariant>().variant().toBool())
+        return;
+    session.call(kBusLauncher, QStringLiteral("org.freedesktop.DBus.Properties"),
+                 QStringLiteral("Set"),
+                 {status, QStringLiteral("IsEnabled"), QVariant::fromValue(QDBusVariant(true))});
+    systemLog(QStringLiteral("Deskmark: 取り込みのためにアクセシビリティを有効にしました "
+                             "(org.a11y.Status.IsEnabled、ユーザー設定に保存されます)"));
+}
+
+std::optional<CaptureSource::Page> AtSpiReader::selectedPage(qint64 pid,
+                                                             const QString& windowTitle) {
+    enableAccessibility();
+    return inWindow<CaptureSource::Page>(pid, windowTitle, pageIn);
+}
+
+std::optional<QString> AtSpiReader::shownFolder(qint64 pid, const QString& windowTitle) {
+    enableAccessibility();
+    return inWindow<QString>(pid, windowTitle, folderIn);
 }
 
 } // namespace deskmark
