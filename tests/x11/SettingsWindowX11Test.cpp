@@ -1,4 +1,4 @@
-#include "core/LabelStores.h"
+#include "x11/CornerLabelSession.h"
 #include "core/app/Language.h"
 #include "core/app/PagerNameSync.h"
 #include "core/bookmarks/AppCandidateStore.h"
@@ -50,7 +50,7 @@ template <typename W> W* withText(QWidget* parent, const QString& text) {
 
 // The stores, the X11 Space source, the corner overlay over real windows and the
 // settings window over all of them, as the program wires them.
-struct Session : LabelStores {
+struct Session : CornerLabelSession {
     Session() {
         CornerItemEditor::onCornerChange(settings, &server, [this] { controller.refresh(); });
         QObject::connect(&projects, &ProjectStore::changed, &server,
@@ -60,19 +60,9 @@ struct Session : LabelStores {
         settings.setCornerBgOpacity(1.0);
         settings.setSettingsWindowFloating(false);
     }
-    QString display(int index) const {
-        return *spaces.displayUUID(screens.screens().at(index).name);
-    }
     QRect expected(int index, const QString& text, CornerPosition position) const {
-        CornerLabelStyle style;
-        style.position = position;
-        style.margin = 12;
-        style.fontSize = 13;
-        return CornerLabelLayout::layout(text, style, screens.screens().at(index).visibleFrame,
-                                         measurer)
-            .frame.toAlignedRect();
+        return CornerLabelSession::expected(index, text, position, 13).toAlignedRect();
     }
-    CornerLabelView* view(int index) const { return windows.view(display(index)); }
     QList<DisplayEntry> displays() const {
         QList<DisplayEntry> entries;
         for (QScreen* screen : QGuiApplication::screens())
@@ -80,13 +70,6 @@ struct Session : LabelStores {
         return entries;
     }
 
-    X11WindowServer server;
-    SpaceStore spaces{server};
-    QtScreenProvider screens;
-    QtLabelTextMeasurer measurer;
-    QtCornerLabelWindows windows;
-    CornerOverlayController controller{projects, presets, settings, spaces,
-                                       screens,  windows, measurer};
     X11HotKeyRegistrar registrar;
     FakeWorkspace desk;
     AppCandidateStore candidates{desk, settings};
