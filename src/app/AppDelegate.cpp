@@ -2,16 +2,19 @@
 
 #include "core/app/Language.h"
 #include "core/app/PresetMenuModel.h"
+#include "core/app/Relaunch.h"
 #include "core/app/StatusTitle.h"
 #include "core/bookmarks/AppCandidateStore.h"
 #include "core/bookmarks/BookmarkOpener.h"
 #include "core/model/AppFolders.h"
 #include "platform/linux/GioWorkspace.h"
+#include "platform/linux/LinuxSessionFacts.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "platform/linux/X11Compositor.h"
 #include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
 #include "ui/SpaceSwitcherPanel.h"
+#include "ui/settings/SettingsWindow.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -62,6 +65,7 @@ AppDelegate::AppDelegate(QObject* parent)
 AppDelegate::~AppDelegate() {
     delete nameEditor_;
     delete switcherPanel_;
+    delete settingsWindow_;
     bookmarkPopup_.reset();
 }
 
@@ -144,6 +148,7 @@ void AppDelegate::buildStatusItem() {
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
     connect(menu_->switcherAction(), &QAction::triggered, this, &AppDelegate::showSpaceSwitcher);
     connect(menu_->bookmarkAction(), &QAction::triggered, this, &AppDelegate::showBookmarks);
+    connect(menu_->settingsAction(), &QAction::triggered, this, &AppDelegate::openSettings);
     connect(menu_.get(), &StatusMenu::presetMenuAboutToShow, this, &AppDelegate::rebuildPresetMenu);
     connect(menu_.get(), &StatusMenu::presetChosen, this, &AppDelegate::applyPreset);
     connect(menu_->aboutAction(), &QAction::triggered, this, &AppDelegate::showAbout);
@@ -257,6 +262,34 @@ void AppDelegate::nameCurrent() {
     nameEditor_ = new NameEditorWindow(std::make_unique<NameEditorModel>(
         projectStore_, presetStore_, *space, spaceStore_.liveSpaceUUIDs()));
     nameEditor_->present();
+}
+
+void AppDelegate::openSettings() {
+    if (!settingsWindow_) {
+        const auto displays = [this] {
+            QList<DisplayEntry> entries;
+            for (QScreen* screen : QGuiApplication::screens()) {
+                const auto uuid = spaceStore_.displayUUID(screen->name());
+                if (!uuid)
+                    continue;
+                const QSize size = screen->size();
+                entries << DisplayEntry{*uuid, QStringLiteral("%1 (%2 × %3)")
+                                                   .arg(screen->name())
+                                                   .arg(size.width())
+                                                   .arg(size.height())};
+            }
+            return entries;
+        };
+        settingsWindow_ = new SettingsWindow(SettingsContext{
+            settings_, projectStore_, presetStore_, spaceStore_, windowServer_, hotKeyRegistrar_,
+            *appCandidates_, pagerNames_, displays,
+            [this] {
+                return LinuxSessionFacts::gather(spaceStore_, settings_, hotKeys_, hotKeyManager_,
+                                                 inputSource_);
+            },
+            [] { return Relaunch::start(); }});
+    }
+    settingsWindow_->present();
 }
 
 bool AppDelegate::advanceOpenSwitcher() {

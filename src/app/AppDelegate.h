@@ -2,6 +2,7 @@
 
 #include "core/app/HotKeyBindings.h"
 #include "core/app/HotKeyManager.h"
+#include "core/app/PagerNameSync.h"
 #include "core/app/QtScheduler.h"
 #include "core/app/SpaceHistory.h"
 #include "core/bookmarks/BookmarkPopupGeometry.h"
@@ -45,6 +46,7 @@ namespace deskmark {
 class AppCandidateStore;
 class BookmarkPopupCoordinator;
 class NameEditorWindow;
+class SettingsWindow;
 class SpaceSwitcherPanel;
 
 // Owns every long-lived object of the running program and wires them together: the
@@ -87,6 +89,8 @@ public Q_SLOTS:
     // Opens the name and colour editor for the current Space of the active display,
     // replacing an editor that is open; does nothing when there is no current Space.
     void nameCurrent();
+    // Opens the settings window, or brings the open one to the front.
+    void openSettings();
     // Opens the bookmark popup of the current Space, or closes it when it is open.
     void showBookmarks();
     void closeBookmarkWindow();
@@ -135,6 +139,9 @@ private:
     std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
+    // Made on first use and kept, hidden when closed, so it reopens on its last pane.
+    QPointer<SettingsWindow> settingsWindow_;
+    PagerNameSync pagerNames_{settings_, projectStore_, spaceStore_, windowServer_, windowServer_};
     QPointer<SpaceSwitcherPanel> switcherPanel_;
     DBusInputSourceSwitcher inputSource_;
 

@@ -1,4 +1,5 @@
-#include "core/LabelStores.h"
+#include "x11/CornerLabelSession.h"
+#include "x11/X11TestTools.h"
 #include "core/overlay/CornerLabelLayout.h"
 #include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
@@ -24,16 +25,6 @@ const QColor kGreen(0x00, 0xFF, 0x00);
 const QColor kBlue(0x22, 0x55, 0xCC);
 constexpr double kFontSize = 40;
 
-// The whole X screen (both monitors) as the X server shows it.
-QImage screenshot() {
-    QProcess import;
-    import.start("import", {"-window", "root", "png:-"});
-    if (!import.waitForFinished(10000))
-        return {};
-    return QImage::fromData(import.readAllStandardOutput(), "PNG")
-        .convertToFormat(QImage::Format_RGB32);
-}
-
 int countColour(const QImage& image, const QRect& area, const QColor& colour) {
     int count = 0;
     for (int y = area.top(); y <= area.bottom(); ++y) {
@@ -45,7 +36,7 @@ int countColour(const QImage& image, const QRect& area, const QColor& colour) {
 
 // Stores, the X11 Space source and the corner overlay over real windows. Desktop 1 is
 // "Alpha" (red, white text); the others start unnamed. Labels use a 40-pixel font.
-struct Session : LabelStores {
+struct Session : CornerLabelSession {
     Session() {
         QObject::connect(&server, &WindowServer::activeSpaceChanged, &server,
                          [this] { controller.refresh(); });
@@ -63,34 +54,15 @@ struct Session : LabelStores {
         presets.updatePreset(preset);
         return preset.id;
     }
-    // The display UUIDs of the left and right monitor.
-    QString display(int index) const {
-        return *spaces.displayUUID(screens.screens().at(index).name);
-    }
-    // Where a label with that text goes on a monitor with the default look.
-    QRectF expected(int index, const QString& text, CornerPosition position) const {
-        CornerLabelStyle style;
-        style.position = position;
-        style.margin = 12;
-        style.fontSize = kFontSize;
-        return CornerLabelLayout::layout(text, style, screens.screens().at(index).visibleFrame,
-                                         measurer)
-            .frame;
-    }
     bool onDesktop(int index) const {
         const auto displays = spaces.displays();
         return !displays.isEmpty() &&
                displays.first().currentUUID == QStringLiteral("desktop-%1").arg(index + 1);
     }
-    CornerLabelView* view(int index) const { return windows.view(display(index)); }
+    QRectF expected(int index, const QString& text, CornerPosition position) const {
+        return CornerLabelSession::expected(index, text, position, kFontSize);
+    }
 
-    X11WindowServer server;
-    SpaceStore spaces{server};
-    QtScreenProvider screens;
-    QtLabelTextMeasurer measurer;
-    QtCornerLabelWindows windows;
-    CornerOverlayController controller{projects, presets, settings, spaces,
-                                       screens,  windows, measurer};
     QString red;
 };
 

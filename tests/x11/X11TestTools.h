@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QImage>
 #include <QProcess>
 #include <QStringList>
 #include <QTest>
@@ -71,6 +72,17 @@ private:
 // Runs a program of the X session's tools, failing the test when it fails.
 inline void runTool(const QString& program, const QStringList& arguments) {
     QCOMPARE(QProcess::execute(program, arguments), 0);
+}
+
+// The whole X screen (every monitor) as the X server shows it.
+inline QImage screenshot() {
+    QProcess import;
+    import.start(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"),
+                                            QStringLiteral("png:-")});
+    if (!import.waitForFinished(10000))
+        return {};
+    return QImage::fromData(import.readAllStandardOutput(), "PNG")
+        .convertToFormat(QImage::Format_RGB32);
 }
 
 // Types keys as xdotool names them ("super+alt+b") through the XTEST extension.

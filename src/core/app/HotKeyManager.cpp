@@ -19,8 +19,9 @@ quint32 HotKeyManager::addHandler(Action action) {
 
 void HotKeyManager::set(const std::optional<HotKey>& key, quint32 id) {
     registrar_.unregisterHotKey(id);
-    if (key)
-        registrar_.registerHotKey(id, key->keyCode, key->modifiers);
+    registered_.remove(id);
+    if (key && registrar_.registerHotKey(id, key->keyCode, key->modifiers))
+        registered_.insert(id);
 }
 
 void HotKeyManager::fire(quint32 id) const {

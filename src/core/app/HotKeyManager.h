@@ -4,6 +4,7 @@
 #include "core/model/HotKey.h"
 
 #include <QHash>
+#include <QSet>
 #include <QObject>
 
 #include <functional>
@@ -26,6 +27,8 @@ public:
     // hot key; a key that cannot be registered (held elsewhere, no such key on this
     // platform) quietly does nothing when pressed.
     void set(const std::optional<HotKey>& key, quint32 id);
+    // Whether the last key set under id was registered; false when none was set.
+    bool isRegistered(quint32 id) const { return registered_.contains(id); }
 
 private:
     void fire(quint32 id) const;
@@ -33,6 +36,7 @@ private:
     HotKeyRegistrar& registrar_;
     QHash<quint32, Action> handlers_;
     quint32 nextID_ = 1;
+    QSet<quint32> registered_;
 };
 
 } // namespace deskmark

@@ -49,6 +49,8 @@ SettingsStore::SettingsStore(Defaults& defaults, const PlatformDefaults& platfor
       mcLabelHPadding_{"mcLabelHPadding", 3.0, &Self::mcLabelHPaddingChanged},
       mcLabelFontSize_{"mcLabelFontSize", 14.0, &Self::mcLabelFontSizeChanged},
       mcLabelSingleLine_{"mcLabelSingleLine", false, &Self::mcLabelSingleLineChanged},
+      projectNamesInPager_{"projectNamesInPager", false, &Self::projectNamesInPagerChanged},
+      pagerFoundNames_{"pagerFoundNames", {}, &Self::pagerFoundNamesChanged},
       settingsWindowFloating_{"settingsWindowFloating", true, &Self::settingsWindowFloatingChanged},
       appLanguageRaw_{"appLanguage", QStringLiteral("auto"), &Self::appLanguageRawChanged},
       appearanceRaw_{"appAppearance", QStringLiteral("auto"), &Self::appearanceRawChanged},
@@ -79,7 +81,8 @@ SettingsStore::SettingsStore(Defaults& defaults, const PlatformDefaults& platfor
             cornerMarginByDisplay_, cornerBgOpacityByDisplay_, cornerWeightByDisplay_,
             cornerVPaddingByDisplay_, cornerShapeByDisplay_, cornerColorModeByDisplay_,
             mcLabelEnabled_, mcLabelVPositionRaw_, mcLabelWeightRaw_, mcLabelVPadding_,
-            mcLabelHPadding_, mcLabelFontSize_, mcLabelSingleLine_, settingsWindowFloating_,
+            mcLabelHPadding_, mcLabelFontSize_, mcLabelSingleLine_, projectNamesInPager_,
+            pagerFoundNames_, settingsWindowFloating_,
             appLanguageRaw_, appearanceRaw_, autoUpdateEnabled_);
     for (HotKeySetting* hotKey :
          {&nameHotKey_, &presetHotKey_, &settingsHotKey_, &bookmarkHotKey_, &switcherHotKey_})

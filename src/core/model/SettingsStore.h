@@ -174,6 +174,12 @@ public:
     bool mcLabelSingleLine() const { return mcLabelSingleLine_.value; }
     void setMcLabelSingleLine(bool on) { assign(mcLabelSingleLine_, on); }
 
+    // Desktop names in the window manager's own pager, and the names found there before.
+    bool projectNamesInPager() const { return projectNamesInPager_.value; }
+    void setProjectNamesInPager(bool on) { assign(projectNamesInPager_, on); }
+    const QStringList& pagerFoundNames() const { return pagerFoundNames_.value; }
+    void setPagerFoundNames(const QStringList& names) { assign(pagerFoundNames_, names); }
+
     MCLabelVPosition mcLabelVPosition() const {
         return enumOrFallback<MCLabelVPosition>(mcLabelVPositionRaw());
     }
@@ -277,6 +283,8 @@ Q_SIGNALS:
     void mcLabelHPaddingChanged();
     void mcLabelFontSizeChanged();
     void mcLabelSingleLineChanged();
+    void projectNamesInPagerChanged();
+    void pagerFoundNamesChanged();
     void settingsWindowFloatingChanged();
     void appLanguageRawChanged();
     void appearanceRawChanged();
@@ -396,6 +404,8 @@ private:
     Setting<double> mcLabelHPadding_;
     Setting<double> mcLabelFontSize_;
     Setting<bool> mcLabelSingleLine_;
+    Setting<bool> projectNamesInPager_;
+    Setting<QStringList> pagerFoundNames_;
     Setting<bool> settingsWindowFloating_;
     Setting<QString> appLanguageRaw_;
     Setting<QString> appearanceRaw_;

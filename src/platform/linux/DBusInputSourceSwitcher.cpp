@@ -3,6 +3,8 @@
 #include "core/app/SystemLog.h"
 
 #include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDir>
@@ -272,6 +274,13 @@ void DBusInputSourceSwitcher::restoreIBus() {
     const QDBusConnection bus = ibusBus();
     if (bus.isConnected() && succeeded(callIBus(bus, QStringLiteral("SetGlobalEngine"), {engine})))
         systemLog(QStringLiteral("Deskmark: 入力メソッドを元に戻す（IBus: %1）").arg(engine));
+}
+
+QString DBusInputSourceSwitcher::framework() {
+    const QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
+    if (bus && bus->isServiceRegistered(kFcitxService))
+        return QStringLiteral("fcitx5");
+    return ibusBus().isConnected() ? QStringLiteral("IBus") : QString();
 }
 
 QDBusConnection DBusInputSourceSwitcher::ibusBus() {

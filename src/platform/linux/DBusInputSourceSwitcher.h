@@ -31,6 +31,8 @@ public:
 
     void switchToASCIIInput() override;
     void restorePreviousInput() override;
+    // The framework that answers: "fcitx5", "IBus", or empty when neither runs.
+    QString framework();
 
     // The address file of the IBus daemon for an X display ("host:number.screen"; empty
     // counts as ":0"): <configHome>/ibus/bus/<machine id>-<host or "unix">-<number>.

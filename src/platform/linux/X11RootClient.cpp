@@ -243,6 +243,19 @@ QStringList X11RootClient::utf8List(Property property) {
     return strings;
 }
 
+bool X11RootClient::setUtf8List(Property property, const QStringList& strings) {
+    if (!isConnected())
+        return false;
+    QByteArray data;
+    for (const QString& string : strings)
+        data += string.toUtf8() + '\0';
+    const xcb_void_cookie_t cookie = xcb_change_property_checked(
+        connection_, XCB_PROP_MODE_REPLACE, root_, atom(property), atom(Atom::Utf8String), 8,
+        quint32(data.size()), data.constData());
+    const Reply<xcb_generic_error_t> error(xcb_request_check(connection_, cookie));
+    return !error;
+}
+
 QList<RandrMonitor> X11RootClient::monitors() {
     if (!isConnected() || !hasMonitors_)
         return {};

@@ -45,6 +45,9 @@ public:
     std::optional<quint32> cardinal(Property property);
     // A list of UTF-8 strings, each ended by a NUL byte; empty when unset.
     QStringList utf8List(Property property);
+    // Replaces the property with the strings, each ended by a NUL byte. False when it
+    // could not be sent.
+    bool setUtf8List(Property property, const QStringList& strings);
     QList<RandrMonitor> monitors();
 
     // Sends a 32-bit client message of type `property` to the root window, the way EWMH

@@ -97,6 +97,10 @@ QStringList X11WindowServer::desktopNames() const {
     return client_->utf8List(Property::DesktopNames);
 }
 
+bool X11WindowServer::setDesktopNames(const QStringList& names) {
+    return client_->setUtf8List(Property::DesktopNames, names);
+}
+
 bool X11WindowServer::requestDesktop(int index) {
     const auto desktops = this->desktops();
     if (!desktops || index < 0 || index >= desktops->count)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/spaces/DesktopNamer.h"
 #include "core/spaces/WindowServer.h"
 #include "core/switcher/SpaceRequester.h"
 
@@ -21,7 +22,7 @@ class X11RootClient;
 //
 // Without an X display or without an EWMH window manager there is no layout: the
 // answers are empty and the reason is logged once.
-class X11WindowServer : public WindowServer, public SpaceRequester {
+class X11WindowServer : public WindowServer, public SpaceRequester, public DesktopNamer {
     Q_OBJECT
 public:
     explicit X11WindowServer(QObject* parent = nullptr);
@@ -34,7 +35,9 @@ public:
 
     // The desktop names the window manager publishes, in desktop order. The list may be
     // shorter or longer than the number of desktops.
-    QStringList desktopNames() const;
+    QStringList desktopNames() const override;
+    // Publishes the names in _NET_DESKTOP_NAMES, where the window manager reads them.
+    bool setDesktopNames(const QStringList& names) override;
     // Asks the window manager to show the desktop at `index` (0-based). False when there
     // is no EWMH window manager, the index is not a desktop or the request failed.
     bool requestDesktop(int index);

@@ -1,0 +1,37 @@
+#include "platform/linux/LinuxSessionFacts.h"
+
+#include "core/app/HotKeyBindings.h"
+#include "core/app/HotKeyManager.h"
+#include "core/model/SettingsStore.h"
+#include "core/spaces/SpaceStore.h"
+#include "platform/linux/DBusInputSourceSwitcher.h"
+#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/X11Compositor.h"
+
+#include <QSystemTrayIcon>
+
+namespace deskmark {
+
+PermissionsPaneModel::SessionFacts
+LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& settings,
+                          const HotKeyBindings& bindings, const HotKeyManager& manager,
+                          DBusInputSourceSwitcher& inputMethods) {
+    using Model = PermissionsPaneModel;
+    Model::SessionFacts facts;
+    const QList<CGSDisplay> displays = spaces.displays();
+    facts.desktops = displays.isEmpty() ? 0 : int(displays.first().spaces.size());
+    if (StatusNotifierItem::watcherAvailable())
+        facts.panelItem = Model::PanelItem::StatusNotifier;
+    else if (QSystemTrayIcon::isSystemTrayAvailable())
+        facts.panelItem = Model::PanelItem::Tray;
+    for (const HotKeyAction action : allHotKeyActions) {
+        if (settings.hotKey(action))
+            facts.hotKeys << Model::HotKeyState{action,
+                                                manager.isRegistered(bindings.token(action))};
+    }
+    facts.inputMethod = inputMethods.framework();
+    facts.compositor = X11Compositor::isRunning();
+    return facts;
+}
+
+} // namespace deskmark
