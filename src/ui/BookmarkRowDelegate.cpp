@@ -12,7 +12,6 @@
 namespace deskmark {
 
 namespace {
-constexpr double kHeaderHeight = 26;
 constexpr double kLabelPixels = 14;
 constexpr double kTargetPixels = 11.5;
 constexpr double kHeaderPixels = 11;
@@ -39,7 +38,7 @@ QSize BookmarkRowDelegate::sizeHint(const QStyleOptionViewItem& option,
                                     const QModelIndex& index) const {
     const bool header = index.data(BookmarkListModel::IsHeaderRole).toBool();
     const double height =
-        header ? kHeaderHeight * look_.scale
+        header ? BookmarkPopupGeometry::headerHeight(look_.scale)
                : BookmarkPopupGeometry::rowHeight(look_.scale, look_.showLabel, look_.showTarget);
     return {option.rect.width(), qRound(height)};
 }

@@ -47,10 +47,12 @@ double rowHeight(double scale, bool showLabel, bool showTarget) {
     return (showLabel && showTarget ? kTwoLineRow : kOneLineRow) * scale;
 }
 
+double headerHeight(double scale) { return kHeader * scale; }
+
 double listHeight(int rows, int headers, double scale, bool showLabel, bool showTarget,
                   double maxHeight) {
     const double wanted = rowHeight(scale, showLabel, showTarget) * rows +
-                          kHeader * scale * headers + kListPadding * scale;
+                          headerHeight(scale) * headers + kListPadding * scale;
     return std::min(wanted, maxHeight);
 }
 

@@ -36,6 +36,8 @@ std::optional<BookmarkAnchor> bookmarkAnchor(const std::optional<ScreenInfo>& sc
 
 // One row: two lines when both the label and the target are shown, else one.
 double rowHeight(double scale, bool showLabel, bool showTarget);
+// One group header.
+double headerHeight(double scale);
 
 // The list's height: its rows and group headers, but never more than maxHeight.
 double listHeight(int rows, int headers, double scale, bool showLabel, bool showTarget,
