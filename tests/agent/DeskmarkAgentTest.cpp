@@ -3,6 +3,7 @@
 
 #include "AgentSession.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDir>
 #include <QFile>
@@ -50,11 +51,13 @@ class NotificationService : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 public:
     QStringList summaries;
+    QStringList bodies;
 
 public Q_SLOTS:
-    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString&,
-                const QStringList&, const QVariantMap&, int) {
+    uint Notify(const QString&, uint, const QString&, const QString& summary,
+                const QString& body, const QStringList&, const QVariantMap&, int) {
         summaries << summary;
+        bodies << body;
         return uint(summaries.size());
     }
 };
@@ -62,6 +65,32 @@ public Q_SLOTS:
 
 class DeskmarkAgentTest : public QObject {
     Q_OBJECT
+
+    // The description of the item's tool tip, a (sa(iiay)ss) structure.
+    static QString toolTipDescription(AgentSession& agent) {
+        const auto argument = agent.itemProperty(QStringLiteral("ToolTip")).value<QDBusArgument>();
+        QString iconName, title, description;
+        argument.beginStructure();
+        argument >> iconName;
+        argument.beginArray();
+        while (!argument.atEnd()) {
+            int width = 0, height = 0;
+            QByteArray pixels;
+            argument.beginStructure();
+            argument >> width >> height >> pixels;
+            argument.endStructure();
+        }
+        argument.endArray();
+        argument >> title >> description;
+        argument.endStructure();
+        return description;
+    }
+
+    static QJsonObject storedSettings(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
+                                              : QJsonObject();
+    }
 
 private Q_SLOTS:
     void initTestCase() { QVERIFY(wmctrl({"-s", "0"})); }
@@ -171,6 +200,57 @@ private Q_SLOTS:
             QVERIFY2(lines.count(QByteArray(expected)) == 1, expected);
     }
 
+    // A first start with no projects: one notification and the tool tip tell how to name
+    // the desktop; the notice is remembered and not given again. A project then gives the
+    // item its name, cut short in the panel and whole in the tool tip.
+    void firstStartExplainsOnceThenShowsTheName() {
+        NotificationService service;
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
+        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
+                                   QDBusConnection::ExportAllSlots));
+        const QString hint = QStringLiteral(
+            "Choose “Edit Current Space's Name & Color…” in the Deskmark menu to name the "
+            "current desktop. The name then shows in the panel and in a corner of the screen.");
+        const QString longName =
+            QStringLiteral("Quarterly planning and budget review for the northern region");
+        {
+            AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
+            const QString settingsPath =
+                agent.configFolder() + QStringLiteral("/Deskmark/settings.json");
+            QVERIFY2(agent.start(), agent.standardError().constData());
+            QTRY_COMPARE(service.summaries, QStringList{QStringLiteral("Name your desktops")});
+            QCOMPARE(service.bodies, QStringList{hint});
+            QCOMPARE(toolTipDescription(agent), hint);
+            QCOMPARE(agent.itemProperty(QStringLiteral("IconName")).toString(),
+                     QStringLiteral("io.github.deskmark.Deskmark-symbolic"));
+            QTRY_VERIFY(storedSettings(settingsPath).value("firstRunNoticeShown").toBool());
+        }
+        // A later start: the notice was given, and this desktop now has a project.
+        AgentSession again(QStringLiteral(DESKMARK_PROGRAM));
+        again.writeDataFile(
+            QStringLiteral("projects.json"),
+            QStringLiteral(R"({"version":1,"projects":[{"id":"5C0B4A4E-7D1A-4C53-9E0B-)"
+                           R"(6F1D2B3C4D01","name":"%1"}],"assignments":{"desktop-1":)"
+                           R"("5C0B4A4E-7D1A-4C53-9E0B-6F1D2B3C4D01"}})")
+                .arg(longName)
+                .toUtf8());
+        const QString againSettings =
+            again.configFolder() + QStringLiteral("/Deskmark/settings.json");
+        QVERIFY(QDir().mkpath(QFileInfo(againSettings).path()));
+        QFile settings(againSettings);
+        QVERIFY(settings.open(QIODevice::WriteOnly) &&
+                settings.write(R"({"firstRunNoticeShown": true})") > 0);
+        settings.close();
+        QVERIFY2(again.start(), again.standardError().constData());
+        QCOMPARE(again.label(), QStringLiteral("Quarterly planning and…"));
+        QCOMPARE(toolTipDescription(again), longName);
+        QTest::qWait(300);
+        QCOMPARE(service.summaries.size(), 1);
+        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+    }
+
     // A folder where settings.json should be: every save of the settings fails for the
     // whole run. The user is told once, by a desktop notification, and the log has one
     // line.
@@ -183,9 +263,11 @@ private Q_SLOTS:
         AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
         QVERIFY(QDir().mkpath(agent.configFolder() + QStringLiteral("/Deskmark/settings.json")));
         QVERIFY2(agent.start(), agent.standardError().constData());
-        QTRY_COMPARE(service.summaries, QStringList{QStringLiteral("Changes cannot be saved")});
+        // No project yet, so the first-start notice comes too.
+        const QString cannotSave = QStringLiteral("Changes cannot be saved");
+        QTRY_VERIFY(service.summaries.contains(cannotSave));
         QTest::qWait(300);
-        QCOMPARE(service.summaries.size(), 1);
+        QCOMPARE(service.summaries.count(cannotSave), 1);
         QCOMPARE(agent.standardError().count("Deskmark: settings.json の保存に失敗"), 1);
         bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
         bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
