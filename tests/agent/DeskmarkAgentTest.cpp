@@ -45,11 +45,25 @@ bool switcherShown() {
     return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                     QStringLiteral("--name"), QStringLiteral("^Switch Space$")});
 }
-// A desktop notification service on the session bus that keeps what it is asked to show.
+// A desktop notification service on the session bus, while it lives, that keeps what it
+// is asked to show.
 class NotificationService : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 public:
+    NotificationService() {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        published = bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
+                                       QDBusConnection::ExportAllSlots) &&
+                    bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
+    }
+    ~NotificationService() override {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+    }
+
+    bool published = false;
     QStringList summaries;
     QStringList bodies;
 
@@ -201,14 +215,10 @@ private Q_SLOTS:
     }
 
     // A first start with no projects: one notification and the tool tip tell how to name
-    // the desktop; the notice is remembered and not given again. A project then gives the
-    // item its name, cut short in the panel and whole in the tool tip.
+    // the desktop, and the notice is remembered.
     void firstStartExplainsOnceThenShowsTheName() {
         NotificationService service;
-        QDBusConnection bus = QDBusConnection::sessionBus();
-        QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
-        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
-                                   QDBusConnection::ExportAllSlots));
+        QVERIFY(service.published);
         const QString hint = QStringLiteral(
             "Choose “Edit Current Space's Name & Color…” in the Deskmark menu to name the "
             "current desktop. The name then shows in the panel and in a corner of the screen.");
@@ -226,29 +236,38 @@ private Q_SLOTS:
                      QStringLiteral("io.github.deskmark.Deskmark-symbolic"));
             QTRY_VERIFY(storedSettings(settingsPath).value("firstRunNoticeShown").toBool());
         }
-        // A later start: the notice was given, and this desktop now has a project.
-        AgentSession again(QStringLiteral(DESKMARK_PROGRAM));
-        again.writeDataFile(
+        // A later start, still without projects: the notice is not given again, the tool
+        // tip still helps.
+        {
+            AgentSession again(QStringLiteral(DESKMARK_PROGRAM));
+            const QString againSettings =
+                again.configFolder() + QStringLiteral("/Deskmark/settings.json");
+            QVERIFY(QDir().mkpath(QFileInfo(againSettings).path()));
+            QFile settings(againSettings);
+            QVERIFY(settings.open(QIODevice::WriteOnly) &&
+                    settings.write(R"({"firstRunNoticeShown": true})") > 0);
+            settings.close();
+            QVERIFY2(again.start(), again.standardError().constData());
+            QCOMPARE(toolTipDescription(again), hint);
+            QTest::qWait(500);
+            QCOMPARE(service.summaries.size(), 1);
+        }
+
+        // With a project on this desktop: its name, cut short in the panel, whole in the
+        // tool tip, and no notice.
+        AgentSession named(QStringLiteral(DESKMARK_PROGRAM));
+        named.writeDataFile(
             QStringLiteral("projects.json"),
             QStringLiteral(R"({"version":1,"projects":[{"id":"5C0B4A4E-7D1A-4C53-9E0B-)"
                            R"(6F1D2B3C4D01","name":"%1"}],"assignments":{"desktop-1":)"
                            R"("5C0B4A4E-7D1A-4C53-9E0B-6F1D2B3C4D01"}})")
                 .arg(longName)
                 .toUtf8());
-        const QString againSettings =
-            again.configFolder() + QStringLiteral("/Deskmark/settings.json");
-        QVERIFY(QDir().mkpath(QFileInfo(againSettings).path()));
-        QFile settings(againSettings);
-        QVERIFY(settings.open(QIODevice::WriteOnly) &&
-                settings.write(R"({"firstRunNoticeShown": true})") > 0);
-        settings.close();
-        QVERIFY2(again.start(), again.standardError().constData());
-        QCOMPARE(again.label(), QStringLiteral("Quarterly planning and…"));
-        QCOMPARE(toolTipDescription(again), longName);
+        QVERIFY2(named.start(), named.standardError().constData());
+        QCOMPARE(named.label(), QStringLiteral("Quarterly planning and…"));
+        QCOMPARE(toolTipDescription(named), longName);
         QTest::qWait(300);
         QCOMPARE(service.summaries.size(), 1);
-        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
-        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     }
 
     // A folder where settings.json should be: every save of the settings fails for the
@@ -256,10 +275,7 @@ private Q_SLOTS:
     // line.
     void aFileThatCannotBeSavedIsReportedOnce() {
         NotificationService service;
-        QDBusConnection bus = QDBusConnection::sessionBus();
-        QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
-        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
-                                   QDBusConnection::ExportAllSlots));
+        QVERIFY(service.published);
         AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
         QVERIFY(QDir().mkpath(agent.configFolder() + QStringLiteral("/Deskmark/settings.json")));
         QVERIFY2(agent.start(), agent.standardError().constData());
@@ -269,8 +285,6 @@ private Q_SLOTS:
         QTest::qWait(300);
         QCOMPARE(service.summaries.count(cannotSave), 1);
         QCOMPARE(agent.standardError().count("Deskmark: settings.json の保存に失敗"), 1);
-        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
-        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     }
 
     // Monitors come and go and the desktop count changes, many times over, while the

@@ -44,7 +44,7 @@ Ink inkOf(const QImage& image) {
 }
 
 QIcon squareIcon() {
-    QPixmap pixmap(16, 16);
+    QPixmap pixmap(64, 64);
     pixmap.fill(Qt::black);
     return QIcon(pixmap);
 }
@@ -189,8 +189,8 @@ private Q_SLOTS:
         QVERIFY(!TrayIconStatusItem::dominantColor(QImage()).isValid());
     }
 
-    // The tray starts after the item, as when a panel restarts: the icon moves into it and
-    // its slot is as wide as the title.
+    // The tray starts after the item, as when a panel restarts: the icon moves into it, its
+    // slot is as wide as the title, and on this dark panel it is drawn light.
     void iconIsEmbeddedInATrayThatComesLater() {
         TrayIconStatusItem item;
         QMenu menu;
@@ -201,7 +201,8 @@ private Q_SLOTS:
         QCOMPARE(item.title(), "Work");
 
         tray_.start("trayer", {"--edge", "top", "--align", "right", "--widthtype", "request",
-                               "--height", "24", "--SetDockType", "true"});
+                               "--height", "24", "--SetDockType", "true", "--transparent",
+                               "true", "--alpha", "0", "--tint", "0x202020"});
         QVERIFY(tray_.waitForStarted());
         QTRY_VERIFY_WITH_TIMEOUT(QSystemTrayIcon::isSystemTrayAvailable(), 10000);
         QTRY_VERIFY_WITH_TIMEOUT(item.screenName().has_value(), 10000);
@@ -214,6 +215,15 @@ private Q_SLOTS:
         const int workWidth = slot->width();
         item.setTitle("Quarterly report");
         QTRY_VERIFY(slot->width() > workWidth);
+
+        const auto onScreen = [slot] {
+            const QPoint origin = slot->mapToGlobal(QPoint(0, 0));
+            return slot->screen()
+                ->grabWindow(0, origin.x(), origin.y(), slot->width(), slot->height())
+                .toImage();
+        };
+        QTRY_VERIFY(inkOf(onScreen()).light > slot->height() * 4);
+        QVERIFY(qGray(TrayIconStatusItem::dominantColor(onScreen()).rgb()) < 60);
     }
 
     void cleanupTestCase() {
