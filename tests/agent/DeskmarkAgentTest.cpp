@@ -68,8 +68,8 @@ public:
     QStringList bodies;
 
 public Q_SLOTS:
-    uint Notify(const QString&, uint, const QString&, const QString& summary,
-                const QString& body, const QStringList&, const QVariantMap&, int) {
+    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString& body,
+                const QStringList&, const QVariantMap&, int) {
         summaries << summary;
         bodies << body;
         return uint(summaries.size());

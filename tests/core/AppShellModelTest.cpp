@@ -48,8 +48,8 @@ private Q_SLOTS:
 
         // Long names are cut to 24 characters in the panel and whole in the tool tip;
         // a character is what the reader sees as one.
-        const QString sixty = QString("Quarterly planning and budget review for the northern region")
-                                  .left(60);
+        const QString sixty =
+            QString("Quarterly planning and budget review for the northern region").left(60);
         QCOMPARE(sixty.size(), 60);
         const StatusTitle cut = StatusTitle::compute(true, sixty, true);
         QCOMPARE(cut.text, QString("Quarterly planning and…"));
@@ -58,7 +58,8 @@ private Q_SLOTS:
         QCOMPARE(StatusTitle::shortened(exact), exact);
         QCOMPARE(StatusTitle::shortened(exact + "y"), QString(23, 'x') + "…");
         // 30 Japanese letters, and 25 flags of two code points each
-        const QString japanese = QString::fromUtf8("四半期の予算見直しと来期の計画に関する打ち合わせ資料作成作業");
+        const QString japanese =
+            QString::fromUtf8("四半期の予算見直しと来期の計画に関する打ち合わせ資料作成作業");
         QCOMPARE(StatusTitle::shortened(japanese), japanese.left(23) + "…");
         QString flags;
         for (int i = 0; i < 25; ++i)

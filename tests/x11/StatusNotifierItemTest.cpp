@@ -5,13 +5,13 @@
 
 #include <QActionGroup>
 #include <QApplication>
-#include <QDir>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QDir>
 #include <QMenu>
 #include <QPixmap>
 #include <QSignalSpy>
@@ -377,8 +377,8 @@ private Q_SLOTS:
         QMap<int, QVariant> states;
         for (const DBusMenuItem& item : std::as_const(panel_.updatedProperties[1]))
             states.insert(item.id, item.properties.value("toggle-state"));
-        QCOMPARE(states, (QMap<int, QVariant>{{submenu.children[0].id, 0},
-                                              {submenu.children[1].id, 1}}));
+        QCOMPARE(states,
+                 (QMap<int, QVariant>{{submenu.children[0].id, 0}, {submenu.children[1].id, 1}}));
     }
 
     void changesAreAnnouncedOncePerTurn() {

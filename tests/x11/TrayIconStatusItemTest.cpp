@@ -5,12 +5,12 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QSignalSpy>
 #include <QFontMetricsF>
 #include <QImage>
 #include <QMenu>
 #include <QProcess>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QSystemTrayIcon>
 #include <QTest>
 
@@ -129,8 +129,8 @@ private Q_SLOTS:
         QTRY_VERIFY(qobject_cast<StatusNotifierItem*>(item.current()));
         QCOMPARE(placed.size(), 1);
         auto* sni = static_cast<StatusNotifierItem*>(item.current());
-        QDBusMessage get = QDBusMessage::createMethodCall(
-            sni->serviceName(), "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get");
+        QDBusMessage get = QDBusMessage::createMethodCall(sni->serviceName(), "/StatusNotifierItem",
+                                                          "org.freedesktop.DBus.Properties", "Get");
         get << QStringLiteral("org.kde.StatusNotifierItem") << QStringLiteral("XAyatanaLabel");
         const QDBusMessage label = panel.call(get, QDBus::BlockWithGui);
         QCOMPARE(label.arguments().value(0).value<QDBusVariant>().variant().toString(), "Work");
@@ -201,8 +201,8 @@ private Q_SLOTS:
         QCOMPARE(item.title(), "Work");
 
         tray_.start("trayer", {"--edge", "top", "--align", "right", "--widthtype", "request",
-                               "--height", "24", "--SetDockType", "true", "--transparent",
-                               "true", "--alpha", "0", "--tint", "0x202020"});
+                               "--height", "24", "--SetDockType", "true", "--transparent", "true",
+                               "--alpha", "0", "--tint", "0x202020"});
         QVERIFY(tray_.waitForStarted());
         QTRY_VERIFY_WITH_TIMEOUT(QSystemTrayIcon::isSystemTrayAvailable(), 10000);
         QTRY_VERIFY_WITH_TIMEOUT(item.screenName().has_value(), 10000);

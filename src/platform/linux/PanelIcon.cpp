@@ -17,9 +17,8 @@ QImage PanelIcon::tinted(const QIcon& icon, const QSize& size, const QColor& col
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.drawImage(QPoint((size.width() - shape.width()) / 2,
-                             (size.height() - shape.height()) / 2),
-                      shape);
+    painter.drawImage(
+        QPoint((size.width() - shape.width()) / 2, (size.height() - shape.height()) / 2), shape);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), color);
     return image;
@@ -30,8 +29,8 @@ QColor PanelIcon::foregroundOn(const QColor& background) {
         return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
     };
     const QColor rgb = background.toRgb();
-    const qreal luminance = 0.2126 * linear(rgb.redF()) + 0.7152 * linear(rgb.greenF()) +
-                            0.0722 * linear(rgb.blueF());
+    const qreal luminance =
+        0.2126 * linear(rgb.redF()) + 0.7152 * linear(rgb.greenF()) + 0.0722 * linear(rgb.blueF());
     // 0.18 is where black and white text have the same contrast ratio.
     return luminance < 0.18 ? QColor(0xf6, 0xf5, 0xf4) : QColor(0x24, 0x1f, 0x31);
 }

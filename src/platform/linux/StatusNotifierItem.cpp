@@ -6,12 +6,12 @@
 
 #include <QCoreApplication>
 #include <QCursor>
-#include <QDir>
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
+#include <QDir>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QPalette>
@@ -29,8 +29,8 @@ constexpr int kIconSizes[] = {16, 22, 24, 32, 48, 64};
 
 bool iconInstalled() {
     for (const char* folder : {"symbolic", "scalable"}) {
-        const QString file = QStringLiteral("icons/hicolor/%1/apps/%2.svg")
-                                 .arg(QLatin1String(folder), kIconName);
+        const QString file =
+            QStringLiteral("icons/hicolor/%1/apps/%2.svg").arg(QLatin1String(folder), kIconName);
         if (!QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty())
             return true;
     }
@@ -47,16 +47,15 @@ QString writeIconTheme(const QList<QImage>& images) {
     const QString root = runtime + QStringLiteral("/deskmark-icons");
     bool written = true;
     for (const QImage& image : images) {
-        const QString folder =
-            QStringLiteral("%1/hicolor/%2x%2/apps").arg(root).arg(image.width());
+        const QString folder = QStringLiteral("%1/hicolor/%2x%2/apps").arg(root).arg(image.width());
         written = written && QDir().mkpath(folder) &&
                   image.save(folder + QLatin1Char('/') + kIconName + QStringLiteral(".png"));
     }
-    written = written && images.last().save(root + QLatin1Char('/') + kIconName +
-                                             QStringLiteral(".png"));
+    written =
+        written && images.last().save(root + QLatin1Char('/') + kIconName + QStringLiteral(".png"));
     if (!written) {
-        systemLog(QStringLiteral("Deskmark: could not write the status item's icon to %1")
-                      .arg(root));
+        systemLog(
+            QStringLiteral("Deskmark: could not write the status item's icon to %1").arg(root));
         return {};
     }
     return root;

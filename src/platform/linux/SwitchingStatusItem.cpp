@@ -65,9 +65,9 @@ void SwitchingStatusItem::setMenu(QMenu* menu) {
 void SwitchingStatusItem::useStatusNotifierItem(bool use, const QString& reason) {
     if (item_ && bool(qobject_cast<StatusNotifierItem*>(item_.get())) == use)
         return;
-    systemLog(QStringLiteral("Deskmark: status item: %1 (%2)")
-                  .arg(use ? QStringLiteral("StatusNotifierItem") : QStringLiteral("tray icon"),
-                       reason));
+    systemLog(
+        QStringLiteral("Deskmark: status item: %1 (%2)")
+            .arg(use ? QStringLiteral("StatusNotifierItem") : QStringLiteral("tray icon"), reason));
     // The old item goes first: it lets go of the menu and of its place in the panel.
     item_.reset();
     if (use)

@@ -62,7 +62,9 @@ void TrayIconStatusItem::setTitle(const QString& title) {
     refresh();
 }
 
-void TrayIconStatusItem::setToolTip(const QString& text) { tray_.setToolTip(text); }
+void TrayIconStatusItem::setToolTip(const QString& text) {
+    tray_.setToolTip(text);
+}
 
 void TrayIconStatusItem::setIcon(const QIcon& icon) {
     icon_ = icon;
@@ -159,9 +161,8 @@ void TrayIconStatusItem::readPanelBackground() {
     if (!slot || !screen || !slot->isVisible())
         return;
     const QPoint origin = slot->mapToGlobal(QPoint(0, 0)) - screen->geometry().topLeft();
-    const QColor background =
-        dominantColor(screen->grabWindow(0, origin.x(), origin.y(), slot->width(), slot->height())
-                          .toImage());
+    const QColor background = dominantColor(
+        screen->grabWindow(0, origin.x(), origin.y(), slot->width(), slot->height()).toImage());
     if (!background.isValid() || background == panelBackground_)
         return;
     panelBackground_ = background;
@@ -179,8 +180,8 @@ void TrayIconStatusItem::refresh() {
     if (icon_.isNull() && title_.isEmpty()) {
         tray_.setIcon(QIcon());
     } else {
-        QPixmap pixmap = QPixmap::fromImage(
-            slotImage(icon_, title_, qRound(drawnHeight_ * ratio), background));
+        QPixmap pixmap =
+            QPixmap::fromImage(slotImage(icon_, title_, qRound(drawnHeight_ * ratio), background));
         pixmap.setDevicePixelRatio(ratio);
         width = int(std::ceil(pixmap.width() / ratio));
         tray_.setIcon(QIcon(pixmap));
