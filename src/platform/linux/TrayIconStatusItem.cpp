@@ -62,8 +62,9 @@ void TrayIconStatusItem::setTitle(const QString& title) {
     refresh();
 }
 
+// A tray icon without a tool tip would leave the pointer guessing whose it is.
 void TrayIconStatusItem::setToolTip(const QString& text) {
-    tray_.setToolTip(text);
+    tray_.setToolTip(text.isEmpty() ? QStringLiteral("Deskmark") : text);
 }
 
 void TrayIconStatusItem::setIcon(const QIcon& icon) {
