@@ -24,7 +24,8 @@ public:
     virtual void setTitle(const QString& title) = 0;
     virtual QString title() const = 0;
 
-    // Shown on hover (the full name when the title is shortened); empty for none.
+    // Shown on hover (the full name when the title is shortened); empty leaves only the
+    // application's name.
     virtual void setToolTip(const QString& text) = 0;
 
     // The item's monochrome glyph; the item colours it for its panel. A null icon shows
