@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-base-dev-tools libqt6dbus6
+  qt6-base-dev qt6-base-dev-tools libqt6dbus6 libqt6svg6
   libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-keysyms1-dev libxcb-xkb-dev
   libglib2.0-dev libicu-dev
   xvfb openbox wmctrl xdotool x11-xserver-utils x11-utils imagemagick

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "core/app/FirstRunNotice.h"
 #include "core/app/Language.h"
 #include "core/app/PresetMenuModel.h"
 #include "core/app/Relaunch.h"
@@ -7,10 +8,12 @@
 #include "core/bookmarks/AppCandidateStore.h"
 #include "core/bookmarks/BookmarkOpener.h"
 #include "core/model/AppFolders.h"
+#include "platform/linux/DesktopNotification.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxSessionFacts.h"
-#include "platform/linux/StatusItemFactory.h"
+#include "platform/linux/SwitchingStatusItem.h"
 #include "platform/linux/X11Compositor.h"
+#include "ui/AboutBox.h"
 #include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
 #include "ui/SpaceSwitcherPanel.h"
@@ -20,7 +23,6 @@
 #include <QCursor>
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QScreen>
 
 using namespace std::chrono_literals;
@@ -28,7 +30,6 @@ using namespace std::chrono_literals;
 namespace deskmark {
 
 namespace {
-constexpr auto kMenuBarCheckInterval = 300ms;
 constexpr auto kScreenSettleDelay = 350ms;
 
 // The session's default terminal and the first known editor installed.
@@ -78,7 +79,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     recordSpaceHistory();
     installObservers();
     refreshCornerOverlay();
-    menuBarTimer_ = scheduler_.every(kMenuBarCheckInterval, [this] { checkMenuBarDisplay(); });
+    showFirstRunNotice();
 }
 
 void AppDelegate::applicationWillTerminate() {
@@ -86,7 +87,6 @@ void AppDelegate::applicationWillTerminate() {
     for (const QMetaObject::Connection& connection : std::as_const(connections_))
         disconnect(connection);
     connections_.clear();
-    menuBarTimer_.reset();
 }
 
 std::optional<QString> AppDelegate::statusItemDisplayUUID() const {
@@ -116,9 +116,12 @@ std::optional<QString> AppDelegate::activeDisplayCurrentSpaceUUID() const {
 
 void AppDelegate::recordSpaceHistory() { history_.record(spaceStore_.displays()); }
 
+// The symbolic icon, or the bitmap where Qt cannot draw SVG.
 const QIcon& AppDelegate::menuBarIcon() {
     if (!menuBarIcon_) {
-        QIcon icon(QStringLiteral(":/MenuBarIcon.png"));
+        QIcon icon(QStringLiteral(":/icons/io.github.deskmark.Deskmark-symbolic.svg"));
+        if (icon.pixmap(16).isNull())
+            icon = QIcon(QStringLiteral(":/MenuBarIcon.png"));
         icon.setIsMask(true);
         menuBarIcon_ = icon;
     }
@@ -133,16 +136,33 @@ void AppDelegate::updateStatusTitle() {
         if (const auto space = activeDisplayCurrentSpaceUUID())
             name = projectStore_.nameForSpace(*space);
     }
-    const QIcon& icon = menuBarIcon();
     const StatusTitle title =
-        StatusTitle::compute(settings_.showCurrentSpaceInMenuBar(), name, !icon.isNull());
-    statusItem_->setIcon(title.showsIcon ? icon : QIcon());
+        StatusTitle::compute(settings_.showCurrentSpaceInMenuBar(), name, !menuBarIcon().isNull());
     statusItem_->setTitle(title.text);
+    // Until there is a project, the tool tip tells how to make one.
+    statusItem_->setToolTip(title.toolTip.isEmpty() && projectStore_.projects().isEmpty()
+                                ? firstRunHint()
+                                : title.toolTip);
+}
+
+QString AppDelegate::firstRunHint() const {
+    return FirstRunNotice::body(settings_.nameHotKey(), StatusMenu::nameTitle());
+}
+
+// Once, on a start with no projects: a desktop notification tells how to name a desktop.
+// Remembered only when a notification service took it.
+void AppDelegate::showFirstRunNotice() {
+    if (settings_.firstRunNoticeShown() || !projectStore_.projects().isEmpty())
+        return;
+    if (DesktopNotification::show(FirstRunNotice::summary(), firstRunHint()))
+        settings_.setFirstRunNoticeShown(true);
 }
 
 void AppDelegate::buildStatusItem() {
     menu_ = std::make_unique<StatusMenu>();
-    statusItem_ = createStatusItem();
+    statusItem_ = std::make_unique<SwitchingStatusItem>();
+    // The item always carries its icon; hosts that draw no label show it alone.
+    statusItem_->setIcon(menuBarIcon());
     statusItem_->setMenu(menu_.get());
 
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
@@ -158,6 +178,11 @@ void AppDelegate::buildStatusItem() {
 void AppDelegate::installObservers() {
     connections_ << connect(&windowServer_, &WindowServer::activeSpaceChanged, this,
                             &AppDelegate::activeSpaceDidChange);
+    // The panel's display is read again whenever the item or the screens change.
+    connections_ << connect(statusItem_.get(), &StatusItem::placementChanged, this,
+                            &AppDelegate::checkMenuBarDisplay);
+    connections_ << connect(&settings_, &SettingsStore::nameHotKeyChanged, this,
+                            &AppDelegate::updateStatusTitle);
 
     const auto watchScreen = [this](QScreen* screen) {
         connections_ << connect(screen, &QScreen::geometryChanged, this,
@@ -200,6 +225,7 @@ void AppDelegate::activeSpaceDidChange() {
 }
 
 void AppDelegate::screenParametersDidChange() {
+    checkMenuBarDisplay();
     refreshCornerOverlay();
     // The geometry of a display settles a moment after the change is announced.
     scheduler_.after(kScreenSettleDelay, this, [this] { refreshCornerOverlay(); });
@@ -375,12 +401,7 @@ void AppDelegate::quickApplyNextPreset() {
     refreshCornerOverlay();
 }
 
-void AppDelegate::showAbout() {
-    QMessageBox::about(nullptr, localized("Deskmark について", "About Deskmark"),
-                       QStringLiteral("<b>Deskmark</b><br>") +
-                           localized("バージョン ", "Version ") +
-                           QStringLiteral(DESKMARK_VERSION));
-}
+void AppDelegate::showAbout() { AboutBox::exec(); }
 
 void AppDelegate::quit() { QCoreApplication::quit(); }
 

@@ -111,6 +111,8 @@ private:
     CornerOverlayController& cornerOverlay();
     void installCornerOverlaySubscriptions();
     void checkMenuBarDisplay();
+    QString firstRunHint() const;
+    void showFirstRunNotice();
     void rebuildPresetMenu();
     void applyPreset(const QString& presetID);
     void quickApplyNextPreset();
@@ -136,7 +138,6 @@ private:
     std::unique_ptr<StatusMenu> menu_;
     std::optional<QIcon> menuBarIcon_;
     std::optional<QString> lastMenuBarDisplay_;
-    std::unique_ptr<RepeatingTimer> menuBarTimer_;
     QList<QMetaObject::Connection> connections_;
     QPointer<NameEditorWindow> nameEditor_;
     // Made on first use and kept, hidden when closed, so it reopens on its last pane.

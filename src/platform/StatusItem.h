@@ -24,7 +24,12 @@ public:
     virtual void setTitle(const QString& title) = 0;
     virtual QString title() const = 0;
 
-    // A null icon shows none.
+    // Shown on hover (the full name when the title is shortened); empty leaves only the
+    // application's name.
+    virtual void setToolTip(const QString& text) = 0;
+
+    // The item's monochrome glyph; the item colours it for its panel. A null icon shows
+    // none.
     virtual void setIcon(const QIcon& icon) = 0;
 
     // The menu opened from the item; nullptr for none. Not owned.
@@ -32,6 +37,11 @@ public:
 
     // QScreen::name() of the screen that holds the item, when the panel lets us know.
     virtual std::optional<QString> screenName() const = 0;
+
+Q_SIGNALS:
+    // The item was placed, moved or resized, or another kind of item took its place:
+    // screenName() may answer differently now.
+    void placementChanged();
 };
 
 } // namespace deskmark

@@ -3,6 +3,7 @@
 #include "core/app/Language.h"
 #include "core/app/LinuxShortcutText.h"
 
+#include <QActionGroup>
 #include <QShortcut>
 
 namespace deskmark {
@@ -15,12 +16,16 @@ QString literal(const QString& text) {
 }
 } // namespace
 
+QString StatusMenu::nameTitle() {
+    return localized("現在のスペースの名前・カラーを編集…", "Edit Current Space's Name & Color…");
+}
+
+// The items that open a window end with "…".
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
-    nameAction_ = addAction(literal(
-        localized("現在のスペースの名前・カラーを編集", "Edit Current Space's Name & Color")));
+    nameAction_ = addAction(literal(nameTitle()));
     presetMenu_ = addMenu(localized("現在のスペースのカラープリセットをクイック選択",
                                     "Quick-Select Current Space's Color Preset"));
-    bookmarkAction_ = addAction(localized("ブックマークを開く", "Open Bookmarks"));
+    bookmarkAction_ = addAction(localized("ブックマークを開く…", "Open Bookmarks…"));
     switcherAction_ = addAction(localized("Space を切り替え…", "Switch Space…"));
     settingsAction_ = addAction(localized("設定…", "Settings…"));
     addSeparator();
@@ -36,11 +41,15 @@ StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     connect(presetMenu_, &QMenu::aboutToShow, this, &StatusMenu::presetMenuAboutToShow);
 }
 
+// One preset at a time: the items are radio items of one exclusive group.
 void StatusMenu::setPresetEntries(const QList<PresetMenuModel::Entry>& entries) {
     presetMenu_->clear();
+    delete presetGroup_;
+    presetGroup_ = new QActionGroup(presetMenu_);
     for (const PresetMenuModel::Entry& entry : entries) {
         QAction* action = presetMenu_->addAction(literal(entry.title));
         action->setCheckable(true);
+        presetGroup_->addAction(action);
         action->setChecked(entry.checked);
         const QString id = entry.presetID;
         connect(action, &QAction::triggered, this, [this, id] { Q_EMIT presetChosen(id); });

@@ -6,6 +6,8 @@
 
 #include <QMenu>
 
+class QActionGroup;
+
 #include <optional>
 
 namespace deskmark {
@@ -17,6 +19,9 @@ class StatusMenu : public QMenu {
     Q_OBJECT
 public:
     explicit StatusMenu(QWidget* parent = nullptr);
+
+    // The name editor's item as the menu shows it.
+    static QString nameTitle();
 
     QAction* nameAction() const { return nameAction_; }
     QAction* presetAction() const { return presetMenu_->menuAction(); }
@@ -41,6 +46,7 @@ Q_SIGNALS:
 private:
     QAction* nameAction_;
     QMenu* presetMenu_;
+    QActionGroup* presetGroup_ = nullptr;
     QAction* bookmarkAction_;
     QAction* switcherAction_;
     QAction* settingsAction_;

@@ -89,14 +89,16 @@ void AgentSession::RegisterStatusNotifierItem(const QString& service) {
 
 void AgentSession::newLabel(const QString& label, const QString&) { labels_ << label; }
 
-QString AgentSession::label() {
+QVariant AgentSession::itemProperty(const QString& name) {
     QDBusMessage message = QDBusMessage::createMethodCall(
         itemService_, kItemPath, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
-    message.setArguments({kItemInterface, QStringLiteral("XAyatanaLabel")});
+    message.setArguments({kItemInterface, name});
     const QDBusMessage reply = bus_.call(message, QDBus::Block, 3000);
-    return reply.arguments().value(0).value<QDBusVariant>().variant().toString();
+    return reply.arguments().value(0).value<QDBusVariant>().variant();
 }
+
+QString AgentSession::label() { return itemProperty(QStringLiteral("XAyatanaLabel")).toString(); }
 
 bool AgentSession::waitForLabel(const std::function<bool(const QString&)>& done, int timeoutMs) {
     return spinUntil([&] { return !labels_.isEmpty() && done(labels_.last()); }, timeoutMs);

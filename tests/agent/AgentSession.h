@@ -33,7 +33,8 @@ public:
     bool isRunning() const { return process_.state() == QProcess::Running; }
     QByteArray standardError() { return stderr_ += process_.readAllStandardError(); }
 
-    // The status item's current label, asked over D-Bus.
+    // A property of the status item, and its current label, asked over D-Bus.
+    QVariant itemProperty(const QString& name);
     QString label();
     // Spins the event loop until the item announces a label for which done is true.
     bool waitForLabel(const std::function<bool(const QString&)>& done, int timeoutMs = 5000);

@@ -3,6 +3,7 @@
 
 #include "AgentSession.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDir>
 #include <QFile>
@@ -44,17 +45,33 @@ bool switcherShown() {
     return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                     QStringLiteral("--name"), QStringLiteral("^Switch Space$")});
 }
-// A desktop notification service on the session bus that keeps what it is asked to show.
+// A desktop notification service on the session bus, while it lives, that keeps what it
+// is asked to show.
 class NotificationService : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 public:
+    NotificationService() {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        published = bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
+                                       QDBusConnection::ExportAllSlots) &&
+                    bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
+    }
+    ~NotificationService() override {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+    }
+
+    bool published = false;
     QStringList summaries;
+    QStringList bodies;
 
 public Q_SLOTS:
-    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString&,
+    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString& body,
                 const QStringList&, const QVariantMap&, int) {
         summaries << summary;
+        bodies << body;
         return uint(summaries.size());
     }
 };
@@ -62,6 +79,32 @@ public Q_SLOTS:
 
 class DeskmarkAgentTest : public QObject {
     Q_OBJECT
+
+    // The description of the item's tool tip, a (sa(iiay)ss) structure.
+    static QString toolTipDescription(AgentSession& agent) {
+        const auto argument = agent.itemProperty(QStringLiteral("ToolTip")).value<QDBusArgument>();
+        QString iconName, title, description;
+        argument.beginStructure();
+        argument >> iconName;
+        argument.beginArray();
+        while (!argument.atEnd()) {
+            int width = 0, height = 0;
+            QByteArray pixels;
+            argument.beginStructure();
+            argument >> width >> height >> pixels;
+            argument.endStructure();
+        }
+        argument.endArray();
+        argument >> title >> description;
+        argument.endStructure();
+        return description;
+    }
+
+    static QJsonObject storedSettings(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
+                                              : QJsonObject();
+    }
 
 private Q_SLOTS:
     void initTestCase() { QVERIFY(wmctrl({"-s", "0"})); }
@@ -171,24 +214,77 @@ private Q_SLOTS:
             QVERIFY2(lines.count(QByteArray(expected)) == 1, expected);
     }
 
+    // A first start with no projects: one notification and the tool tip tell how to name
+    // the desktop, and the notice is remembered.
+    void firstStartExplainsOnceThenShowsTheName() {
+        NotificationService service;
+        QVERIFY(service.published);
+        const QString hint = QStringLiteral(
+            "Choose “Edit Current Space's Name & Color…” in the Deskmark menu to name the "
+            "current desktop. The name then shows in the panel and in a corner of the screen.");
+        const QString longName =
+            QStringLiteral("Quarterly planning and budget review for the northern region");
+        {
+            AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
+            const QString settingsPath =
+                agent.configFolder() + QStringLiteral("/Deskmark/settings.json");
+            QVERIFY2(agent.start(), agent.standardError().constData());
+            QTRY_COMPARE(service.summaries, QStringList{QStringLiteral("Name your desktops")});
+            QCOMPARE(service.bodies, QStringList{hint});
+            QCOMPARE(toolTipDescription(agent), hint);
+            QCOMPARE(agent.itemProperty(QStringLiteral("IconName")).toString(),
+                     QStringLiteral("io.github.deskmark.Deskmark-symbolic"));
+            QTRY_VERIFY(storedSettings(settingsPath).value("firstRunNoticeShown").toBool());
+        }
+        // A later start, still without projects: the notice is not given again, the tool
+        // tip still helps.
+        {
+            AgentSession again(QStringLiteral(DESKMARK_PROGRAM));
+            const QString againSettings =
+                again.configFolder() + QStringLiteral("/Deskmark/settings.json");
+            QVERIFY(QDir().mkpath(QFileInfo(againSettings).path()));
+            QFile settings(againSettings);
+            QVERIFY(settings.open(QIODevice::WriteOnly) &&
+                    settings.write(R"({"firstRunNoticeShown": true})") > 0);
+            settings.close();
+            QVERIFY2(again.start(), again.standardError().constData());
+            QCOMPARE(toolTipDescription(again), hint);
+            QTest::qWait(500);
+            QCOMPARE(service.summaries.size(), 1);
+        }
+
+        // With a project on this desktop: its name, cut short in the panel, whole in the
+        // tool tip, and no notice.
+        AgentSession named(QStringLiteral(DESKMARK_PROGRAM));
+        named.writeDataFile(
+            QStringLiteral("projects.json"),
+            QStringLiteral(R"({"version":1,"projects":[{"id":"5C0B4A4E-7D1A-4C53-9E0B-)"
+                           R"(6F1D2B3C4D01","name":"%1"}],"assignments":{"desktop-1":)"
+                           R"("5C0B4A4E-7D1A-4C53-9E0B-6F1D2B3C4D01"}})")
+                .arg(longName)
+                .toUtf8());
+        QVERIFY2(named.start(), named.standardError().constData());
+        QCOMPARE(named.label(), QStringLiteral("Quarterly planning and…"));
+        QCOMPARE(toolTipDescription(named), longName);
+        QTest::qWait(300);
+        QCOMPARE(service.summaries.size(), 1);
+    }
+
     // A folder where settings.json should be: every save of the settings fails for the
     // whole run. The user is told once, by a desktop notification, and the log has one
     // line.
     void aFileThatCannotBeSavedIsReportedOnce() {
         NotificationService service;
-        QDBusConnection bus = QDBusConnection::sessionBus();
-        QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
-        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
-                                   QDBusConnection::ExportAllSlots));
+        QVERIFY(service.published);
         AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
         QVERIFY(QDir().mkpath(agent.configFolder() + QStringLiteral("/Deskmark/settings.json")));
         QVERIFY2(agent.start(), agent.standardError().constData());
-        QTRY_COMPARE(service.summaries, QStringList{QStringLiteral("Changes cannot be saved")});
+        // No project yet, so the first-start notice comes too.
+        const QString cannotSave = QStringLiteral("Changes cannot be saved");
+        QTRY_VERIFY(service.summaries.contains(cannotSave));
         QTest::qWait(300);
-        QCOMPARE(service.summaries.size(), 1);
+        QCOMPARE(service.summaries.count(cannotSave), 1);
         QCOMPARE(agent.standardError().count("Deskmark: settings.json の保存に失敗"), 1);
-        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
-        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     }
 
     // Monitors come and go and the desktop count changes, many times over, while the

@@ -39,12 +39,33 @@ private Q_SLOTS:
     }
 
     void statusTitleCases() {
-        QCOMPARE(StatusTitle::compute(true, QString("Work"), true), (StatusTitle{"Work", false}));
-        QCOMPARE(StatusTitle::compute(true, std::nullopt, true), (StatusTitle{"", true}));
-        QCOMPARE(StatusTitle::compute(true, QString(""), true), (StatusTitle{"", true}));
-        QCOMPARE(StatusTitle::compute(false, QString("Work"), true), (StatusTitle{"", true}));
+        QCOMPARE(StatusTitle::compute(true, QString("Work"), true), (StatusTitle{"Work", "Work"}));
+        QCOMPARE(StatusTitle::compute(true, std::nullopt, true), StatusTitle{});
+        QCOMPARE(StatusTitle::compute(true, QString(""), true), StatusTitle{});
+        QCOMPARE(StatusTitle::compute(false, QString("Work"), true), StatusTitle{});
         QCOMPARE(StatusTitle::compute(true, std::nullopt, false),
-                 (StatusTitle{QString::fromUtf8("🏷"), false}));
+                 (StatusTitle{QString::fromUtf8("🏷"), ""}));
+
+        // Long names are cut to 24 characters in the panel and whole in the tool tip;
+        // a character is what the reader sees as one.
+        const QString sixty =
+            QString("Quarterly planning and budget review for the northern region").left(60);
+        QCOMPARE(sixty.size(), 60);
+        const StatusTitle cut = StatusTitle::compute(true, sixty, true);
+        QCOMPARE(cut.text, QString("Quarterly planning and…"));
+        QCOMPARE(cut.toolTip, sixty);
+        const QString exact = QString(24, 'x');
+        QCOMPARE(StatusTitle::shortened(exact), exact);
+        QCOMPARE(StatusTitle::shortened(exact + "y"), QString(23, 'x') + "…");
+        // 30 Japanese letters, and 25 flags of two code points each
+        const QString japanese =
+            QString::fromUtf8("四半期の予算見直しと来期の計画に関する打ち合わせ資料作成作業");
+        QCOMPARE(StatusTitle::shortened(japanese), japanese.left(23) + "…");
+        QString flags;
+        for (int i = 0; i < 25; ++i)
+            flags += QString::fromUtf8("🇯🇵");
+        QCOMPARE(StatusTitle::shortened(flags), flags.left(23 * 4) + "…");
+        QCOMPARE(StatusTitle::shortened(flags.left(24 * 4)), flags.left(24 * 4));
     }
 
     void historyRemembersThePreviousSpacePerDisplay() {

@@ -106,17 +106,17 @@ private Q_SLOTS:
     void menuItemsShowTheirKeys() {
         Shell shell(settingsPath_);
         QAction* bookmark = shell.menu.bookmarkAction();
-        QCOMPARE(bookmark->text(), QStringLiteral("Open Bookmarks\tAlt+Super+B"));
+        QCOMPARE(bookmark->text(), QStringLiteral("Open Bookmarks…\tAlt+Super+B"));
         QCOMPARE(bookmark->shortcut(), QKeySequence(Qt::ALT | Qt::META | Qt::Key_B));
         QCOMPARE(shell.menu.nameAction()->text(),
-                 QStringLiteral("Edit Current Space's Name && Color"));
+                 QStringLiteral("Edit Current Space's Name && Color…"));
         QVERIFY(shell.menu.nameAction()->shortcut().isEmpty());
 
         shell.settings.setPresetHotKey(HotKey{49, control | shift});
         QCOMPARE(shell.menu.presetAction()->text(),
                  QStringLiteral("Quick-Select Current Space's Color Preset\tCtrl+Shift+Space"));
         shell.settings.setBookmarkHotKey(std::nullopt);
-        QCOMPARE(bookmark->text(), QStringLiteral("Open Bookmarks"));
+        QCOMPARE(bookmark->text(), QStringLiteral("Open Bookmarks…"));
         QVERIFY(bookmark->shortcut().isEmpty());
     }
 

@@ -1,8 +1,9 @@
 #include "platform/linux/StatusNotifierItem.h"
 #include "platform/linux/DBusMenuTypes.h"
-#include "platform/linux/StatusItemFactory.h"
 #include "platform/linux/StatusNotifierTypes.h"
+#include "platform/linux/SwitchingStatusItem.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -10,11 +11,13 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QDir>
 #include <QMenu>
 #include <QPixmap>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 
 using namespace deskmark;
@@ -45,6 +48,8 @@ public:
     QStringList registered;
     QList<QStringList> labels;
     QList<uint> layoutRevisions;
+    QList<DBusMenuItemList> updatedProperties;
+    QList<DBusMenuItemKeysList> removedProperties;
 
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString& service) { registered << service; }
@@ -54,6 +59,11 @@ public Q_SLOTS:
     void layoutUpdated(uint revision, int parent) {
         QCOMPARE(parent, 0);
         layoutRevisions << revision;
+    }
+    void itemsPropertiesUpdated(const deskmark::DBusMenuItemList& updated,
+                                const deskmark::DBusMenuItemKeysList& removed) {
+        updatedProperties << updated;
+        removedProperties << removed;
     }
 };
 
@@ -110,8 +120,9 @@ private Q_SLOTS:
         QVERIFY(bus_.registerService(kWatcherService));
         QTest::ignoreMessage(QtWarningMsg, "Deskmark: status item: StatusNotifierItem (the "
                                            "panel has a StatusNotifierWatcher)");
-        item_ = createStatusItem();
-        auto* item = qobject_cast<StatusNotifierItem*>(item_.get());
+        item_ = std::make_unique<SwitchingStatusItem>();
+        auto* item = qobject_cast<StatusNotifierItem*>(
+            static_cast<SwitchingStatusItem*>(item_.get())->current());
         QVERIFY(item);
         service_ = item->serviceName();
         QCOMPARE(service_, QStringLiteral("org.kde.StatusNotifierItem-%1-1")
@@ -121,6 +132,10 @@ private Q_SLOTS:
                              SLOT(newLabel(QString, QString))));
         QVERIFY(bus_.connect(service_, kMenuPath, kMenuInterface, QStringLiteral("LayoutUpdated"),
                              &panel_, SLOT(layoutUpdated(uint, int))));
+        QVERIFY(bus_.connect(service_, kMenuPath, kMenuInterface,
+                             QStringLiteral("ItemsPropertiesUpdated"), &panel_,
+                             SLOT(itemsPropertiesUpdated(deskmark::DBusMenuItemList,
+                                                         deskmark::DBusMenuItemKeysList))));
     }
 
     void init() {
@@ -134,10 +149,12 @@ private Q_SLOTS:
         connect(presets_, &QMenu::aboutToShow, this, [this] {
             presets_->clear();
             ++presetBuilds_;
+            auto* oneOf = new QActionGroup(presets_);
             for (int i = 1; i <= presetBuilds_; ++i) {
                 QAction* preset = presets_->addAction(QStringLiteral("Preset %1").arg(i));
                 preset->setCheckable(true);
                 preset->setChecked(i == 1);
+                oneOf->addAction(preset);
             }
         });
         menu_->addSeparator();
@@ -150,6 +167,8 @@ private Q_SLOTS:
         QTRY_VERIFY(panel_.layoutRevisions.contains(revision));
         panel_.labels.clear();
         panel_.layoutRevisions.clear();
+        panel_.updatedProperties.clear();
+        panel_.removedProperties.clear();
     }
 
     void cleanup() {
@@ -166,6 +185,7 @@ private Q_SLOTS:
     }
 
     void propertiesFollowTheTitleAndPointToTheMenu() {
+        item_->setToolTip(QStringLiteral("Work, all of it"));
         const QVariantMap properties = itemProperties();
         QCOMPARE(properties.value(QStringLiteral("Status")).toString(), "Active");
         QCOMPARE(properties.value(QStringLiteral("ItemIsMenu")).toBool(), true);
@@ -175,7 +195,7 @@ private Q_SLOTS:
         QCOMPARE(properties.value(QStringLiteral("XAyatanaLabelGuide")).toString(), "Work");
         const auto toolTip = qdbus_cast<DBusToolTip>(properties.value(QStringLiteral("ToolTip")));
         QCOMPARE(toolTip.title, "Deskmark");
-        QCOMPARE(toolTip.description, "Work");
+        QCOMPARE(toolTip.description, "Work, all of it");
     }
 
     void newTitleIsAnnouncedOnce() {
@@ -189,18 +209,34 @@ private Q_SLOTS:
         QCOMPARE(item_->title(), QString());
     }
 
-    void iconPixelsAreArgbInNetworkOrder() {
+    // The icon goes out by theme name, with a theme folder that holds it (none is
+    // installed here), and as pictures in the palette's text colour, ARGB in network order.
+    void iconGoesOutByNameFolderAndPixels() {
         QPixmap pixmap(16, 16);
         pixmap.fill(QColor(0x11, 0x22, 0x33));
         item_->setIcon(QIcon(pixmap));
-        const auto images = qdbus_cast<DBusImageList>(itemProperties().value("IconPixmap"));
-        QCOMPARE(images.size(), 1);
+        const QVariantMap properties = itemProperties();
+        const QString name = "io.github.deskmark.Deskmark-symbolic";
+        QCOMPARE(properties.value("IconName").toString(), name);
+        const QString folder = properties.value("IconThemePath").toString();
+        QVERIFY(QFile::exists(folder + "/hicolor/22x22/apps/" + name + ".png"));
+        QVERIFY(QFile::exists(folder + "/" + name + ".png"));
+        QCOMPARE(qdbus_cast<DBusToolTip>(properties.value("ToolTip")).iconName, name);
+
+        const auto images = qdbus_cast<DBusImageList>(properties.value("IconPixmap"));
+        QVERIFY(images.size() >= 4);
         QCOMPARE(images[0].width, 16);
         QCOMPARE(images[0].height, 16);
         QCOMPARE(images[0].pixels.size(), 16 * 16 * 4);
-        QCOMPARE(images[0].pixels.left(8), QByteArray("\xff\x11\x22\x33\xff\x11\x22\x33", 8));
+        const QColor ink = QGuiApplication::palette().color(QPalette::WindowText);
+        const char argb[] = {'\xff', char(ink.red()), char(ink.green()), char(ink.blue())};
+        QCOMPARE(images[0].pixels.left(4), QByteArray(argb, 4));
+        QVERIFY(std::any_of(images.cbegin(), images.cend(),
+                            [](const DBusImage& image) { return image.width == 48; }));
+
         item_->setIcon(QIcon());
         QVERIFY(qdbus_cast<DBusImageList>(itemProperties().value("IconPixmap")).isEmpty());
+        QCOMPARE(itemProperties().value("IconName").toString(), QString());
     }
 
     void layoutCarriesTheMenu() {
@@ -269,13 +305,13 @@ private Q_SLOTS:
         DBusMenuLayoutItem submenu = layout(presetsId);
         QCOMPARE(submenu.children.size(), 1);
         QCOMPARE(submenu.children[0].properties.value("label").toString(), "Preset 1");
-        QCOMPARE(submenu.children[0].properties.value("toggle-type").toString(), "checkmark");
+        QCOMPARE(submenu.children[0].properties.value("toggle-type").toString(), "radio");
         QCOMPARE(submenu.children[0].properties.value("toggle-state").toInt(), 1);
 
         // A click on a rebuilt item reaches the new action.
-        QSignalSpy toggled(presets_->actions().value(0), &QAction::toggled);
+        QSignalSpy triggered(presets_->actions().value(0), &QAction::triggered);
         click(submenu.children[0].id);
-        QTRY_COMPARE(toggled.size(), 1);
+        QTRY_COMPARE(triggered.size(), 1);
 
         call(kMenuPath, kMenuInterface, QStringLiteral("AboutToShow"), {presetsId});
         submenu = layout(presetsId);
@@ -287,6 +323,62 @@ private Q_SLOTS:
         const QDBusMessage root =
             call(kMenuPath, kMenuInterface, QStringLiteral("AboutToShow"), {0});
         QCOMPARE(root.arguments().value(0).toBool(), false);
+    }
+
+    // What panels built on libdbusmenu do: open and click in batches, and follow changed
+    // items through their properties alone.
+    void groupCallsAndPropertyUpdates() {
+        const int editId = idOf("_Edit Name");
+        const int presetsId = idOf("Presets");
+        const int quitId = idOf("Save & Quit__now");
+        const QDBusMessage shown =
+            call(kMenuPath, kMenuInterface, QStringLiteral("AboutToShowGroup"),
+                 {QVariant::fromValue(QList<int>{presetsId, 0, 4242})});
+        QCOMPARE(shown.type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(qdbus_cast<QList<int>>(shown.arguments().value(0)), QList<int>{presetsId});
+        QCOMPARE(qdbus_cast<QList<int>>(shown.arguments().value(1)), QList<int>{4242});
+        call(kMenuPath, kMenuInterface, QStringLiteral("AboutToShow"), {presetsId});
+        const DBusMenuLayoutItem submenu = layout(presetsId);
+        QCOMPARE(submenu.children.size(), 2);
+
+        QSignalSpy edited(edit_, &QAction::triggered);
+        const DBusMenuEventList events{{editId, "clicked", QDBusVariant(0), 0},
+                                       {4242, "clicked", QDBusVariant(0), 0}};
+        const QDBusMessage clicked = call(kMenuPath, kMenuInterface, QStringLiteral("EventGroup"),
+                                          {QVariant::fromValue(events)});
+        QCOMPARE(clicked.type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(qdbus_cast<QList<int>>(clicked.arguments().value(0)), QList<int>{4242});
+        QTRY_COMPARE(edited.size(), 1);
+
+        // Only what changed goes out, once per turn, and the layout stays as it was.
+        uint revision = 0;
+        layout(0, -1, &revision);
+        QTRY_VERIFY(panel_.layoutRevisions.contains(revision)); // the submenu's rebuilds
+        panel_.layoutRevisions.clear();
+        edit_->setText(QStringLiteral("Rename"));
+        edit_->setShortcut(QKeySequence());
+        quit_->setEnabled(true);
+        QTRY_COMPARE(panel_.updatedProperties.size(), 1);
+        QTest::qWait(50);
+        QCOMPARE(panel_.updatedProperties.size(), 1);
+        QMap<int, QVariantMap> updated;
+        for (const DBusMenuItem& item : std::as_const(panel_.updatedProperties[0]))
+            updated.insert(item.id, item.properties);
+        QCOMPARE(updated, (QMap<int, QVariantMap>{{editId, {{"label", "Rename"}}},
+                                                  {quitId, {{"enabled", true}}}}));
+        QCOMPARE(panel_.removedProperties[0].size(), 1);
+        QCOMPARE(panel_.removedProperties[0][0].id, editId);
+        QCOMPARE(panel_.removedProperties[0][0].properties, QStringList{"shortcut"});
+        QVERIFY(panel_.layoutRevisions.isEmpty());
+
+        // A radio item clicked: the check mark moves from one item to the other.
+        click(submenu.children[1].id);
+        QTRY_COMPARE(panel_.updatedProperties.size(), 2);
+        QMap<int, QVariant> states;
+        for (const DBusMenuItem& item : std::as_const(panel_.updatedProperties[1]))
+            states.insert(item.id, item.properties.value("toggle-state"));
+        QCOMPARE(states,
+                 (QMap<int, QVariant>{{submenu.children[0].id, 0}, {submenu.children[1].id, 1}}));
     }
 
     void changesAreAnnouncedOncePerTurn() {

@@ -9,14 +9,25 @@
 
 namespace deskmark {
 
-// What the status item shows: the current Space's name, or the icon with no text, or,
-// when there is no icon, the label emoji.
+// The text beside the status item's icon: the current Space's name, or none, or, when
+// there is no icon, the label emoji. A long name is shortened in the panel and given
+// whole as the tool tip.
 struct StatusTitle {
     QString text;
-    bool showsIcon = false;
+    // The full name when a name is shown, else empty.
+    QString toolTip;
+
+    // Names longer than this many characters are cut in the panel.
+    static constexpr qsizetype kMaxTitleLength = 24;
 
     static StatusTitle compute(bool showCurrentSpace, const std::optional<QString>& spaceName,
                                bool iconAvailable);
+
+    // The name as the panel shows it: up to kMaxTitleLength characters (a character being
+    // what the reader sees as one, so an accented letter or an emoji is never split);
+    // a longer name keeps its first kMaxTitleLength - 1 characters, without trailing
+    // spaces, and ends with "…".
+    static QString shortened(const QString& name);
 
     friend bool operator==(const StatusTitle&, const StatusTitle&) = default;
 };

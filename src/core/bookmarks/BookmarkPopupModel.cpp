@@ -101,8 +101,8 @@ QString BookmarkPopupModel::emptyTitle() const {
 
 QString BookmarkPopupModel::emptyMessage() const {
     if (!project_)
-        return localized("メニューの「現在のスペースの名前・カラーを編集」で割り当ててください。",
-                         "Assign one from “Edit Current Space's Name & Color” in the menu.");
+        return localized("メニューの「現在のスペースの名前・カラーを編集…」で割り当ててください。",
+                         "Assign one from “Edit Current Space's Name & Color…” in the menu.");
     if (rows_.isEmpty())
         return localized("ブックマークはまだありません。下のボタンで追加してください。",
                          "No bookmarks yet. Add one with the buttons below.");

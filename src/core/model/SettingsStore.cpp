@@ -51,6 +51,7 @@ SettingsStore::SettingsStore(Defaults& defaults, const PlatformDefaults& platfor
       mcLabelSingleLine_{"mcLabelSingleLine", false, &Self::mcLabelSingleLineChanged},
       projectNamesInPager_{"projectNamesInPager", false, &Self::projectNamesInPagerChanged},
       pagerFoundNames_{"pagerFoundNames", {}, &Self::pagerFoundNamesChanged},
+      firstRunNoticeShown_{"firstRunNoticeShown", false, &Self::firstRunNoticeShownChanged},
       settingsWindowFloating_{"settingsWindowFloating", true, &Self::settingsWindowFloatingChanged},
       appLanguageRaw_{"appLanguage", QStringLiteral("auto"), &Self::appLanguageRawChanged},
       appearanceRaw_{"appAppearance", QStringLiteral("auto"), &Self::appearanceRawChanged},
@@ -82,7 +83,7 @@ SettingsStore::SettingsStore(Defaults& defaults, const PlatformDefaults& platfor
             cornerVPaddingByDisplay_, cornerShapeByDisplay_, cornerColorModeByDisplay_,
             mcLabelEnabled_, mcLabelVPositionRaw_, mcLabelWeightRaw_, mcLabelVPadding_,
             mcLabelHPadding_, mcLabelFontSize_, mcLabelSingleLine_, projectNamesInPager_,
-            pagerFoundNames_, settingsWindowFloating_,
+            pagerFoundNames_, firstRunNoticeShown_, settingsWindowFloating_,
             appLanguageRaw_, appearanceRaw_, autoUpdateEnabled_);
     for (HotKeySetting* hotKey :
          {&nameHotKey_, &presetHotKey_, &settingsHotKey_, &bookmarkHotKey_, &switcherHotKey_})

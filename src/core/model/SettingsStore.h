@@ -180,6 +180,10 @@ public:
     const QStringList& pagerFoundNames() const { return pagerFoundNames_.value; }
     void setPagerFoundNames(const QStringList& names) { assign(pagerFoundNames_, names); }
 
+    // Whether the user has been told once how to name a desktop (first start, no projects).
+    bool firstRunNoticeShown() const { return firstRunNoticeShown_.value; }
+    void setFirstRunNoticeShown(bool shown) { assign(firstRunNoticeShown_, shown); }
+
     MCLabelVPosition mcLabelVPosition() const {
         return enumOrFallback<MCLabelVPosition>(mcLabelVPositionRaw());
     }
@@ -284,6 +288,7 @@ Q_SIGNALS:
     void mcLabelFontSizeChanged();
     void mcLabelSingleLineChanged();
     void projectNamesInPagerChanged();
+    void firstRunNoticeShownChanged();
     void pagerFoundNamesChanged();
     void settingsWindowFloatingChanged();
     void appLanguageRawChanged();
@@ -406,6 +411,7 @@ private:
     Setting<bool> mcLabelSingleLine_;
     Setting<bool> projectNamesInPager_;
     Setting<QStringList> pagerFoundNames_;
+    Setting<bool> firstRunNoticeShown_;
     Setting<bool> settingsWindowFloating_;
     Setting<QString> appLanguageRaw_;
     Setting<QString> appearanceRaw_;

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QActionEvent>
+#include <QActionGroup>
 #include <QDBusError>
 #include <QGuiApplication>
 #include <QKeySequence>
@@ -68,7 +69,10 @@ QVariantMap actionProperties(QAction* action) {
     properties.insert(QStringLiteral("label"), dbusMenuLabel(action->text()));
     properties.insert(QStringLiteral("enabled"), action->isEnabled());
     if (action->isCheckable()) {
-        properties.insert(QStringLiteral("toggle-type"), QStringLiteral("checkmark"));
+        const QActionGroup* group = action->actionGroup();
+        properties.insert(QStringLiteral("toggle-type"), group && group->isExclusive()
+                                                             ? QStringLiteral("radio")
+                                                             : QStringLiteral("checkmark"));
         properties.insert(QStringLiteral("toggle-state"), action->isChecked() ? 1 : 0);
     }
     if (action->menu())
@@ -87,6 +91,9 @@ DBusMenuExporter::DBusMenuExporter(const QDBusConnection& bus, const QString& pa
     announce_.setSingleShot(true);
     announce_.setInterval(0);
     connect(&announce_, &QTimer::timeout, this, [this] { Q_EMIT LayoutUpdated(revision_, 0); });
+    announceProperties_.setSingleShot(true);
+    announceProperties_.setInterval(0);
+    connect(&announceProperties_, &QTimer::timeout, this, &DBusMenuExporter::announceProperties);
     if (!bus_.registerObject(path_, this,
                              QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
                                  QDBusConnection::ExportAllProperties))
@@ -105,6 +112,8 @@ void DBusMenuExporter::setMenu(QMenu* menu) {
     watched_.clear();
     actions_.clear();
     ids_.clear();
+    known_.clear();
+    changed_.clear();
     menu_ = menu;
     if (menu)
         watch(menu);
@@ -136,8 +145,11 @@ DBusMenuItemList DBusMenuExporter::GetGroupProperties(const QList<int>& ids,
     }
     DBusMenuItemList items;
     for (int id : std::as_const(wanted))
-        if (knows(id))
+        if (knows(id)) {
             items << DBusMenuItem{id, properties(id, propertyNames)};
+            if (propertyNames.isEmpty())
+                known_.insert(id, items.constLast().properties);
+        }
     return items;
 }
 
@@ -200,8 +212,15 @@ bool DBusMenuExporter::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::ActionAdded:
     case QEvent::ActionRemoved:
-    case QEvent::ActionChanged:
         layoutChanged();
+        break;
+    case QEvent::ActionChanged:
+        if (const auto it = ids_.constFind(static_cast<QActionEvent*>(event)->action());
+            it != ids_.cend()) {
+            changed_.insert(it.value());
+            ++changes_;
+            announceProperties_.start();
+        }
         break;
     default:
         break;
@@ -233,8 +252,38 @@ int DBusMenuExporter::idOf(QAction* action) {
 void DBusMenuExporter::forget(const QAction* action) {
     if (const auto it = ids_.constFind(action); it != ids_.cend()) {
         actions_.remove(it.value());
+        known_.remove(it.value());
         ids_.erase(it);
     }
+}
+
+// Sends what changed in the items the panel has fetched since it last heard of them:
+// the properties with new values and the names of those that are gone.
+void DBusMenuExporter::announceProperties() {
+    DBusMenuItemList updated;
+    DBusMenuItemKeysList removed;
+    for (const int id : std::as_const(changed_)) {
+        const auto known = known_.find(id);
+        if (known == known_.end() || !knows(id))
+            continue; // never fetched: the panel asks for it when it needs it
+        const QVariantMap now = properties(id, {});
+        QVariantMap changes;
+        for (auto it = now.cbegin(); it != now.cend(); ++it)
+            if (known->value(it.key()) != it.value())
+                changes.insert(it.key(), it.value());
+        QStringList gone;
+        for (auto it = known->cbegin(); it != known->cend(); ++it)
+            if (!now.contains(it.key()))
+                gone << it.key();
+        *known = now;
+        if (!changes.isEmpty())
+            updated << DBusMenuItem{id, changes};
+        if (!gone.isEmpty())
+            removed << DBusMenuItemKeys{id, gone};
+    }
+    changed_.clear();
+    if (!updated.isEmpty() || !removed.isEmpty())
+        Q_EMIT ItemsPropertiesUpdated(updated, removed);
 }
 
 void DBusMenuExporter::watch(QMenu* menu) {
@@ -268,6 +317,8 @@ QVariantMap DBusMenuExporter::properties(int id, const QStringList& names) const
 
 DBusMenuLayoutItem DBusMenuExporter::layoutOf(int id, int depth, const QStringList& names) {
     DBusMenuLayoutItem item{id, properties(id, names), {}};
+    if (names.isEmpty())
+        known_.insert(id, item.properties);
     QMenu* menu = menuOf(id);
     if (!menu || depth == 0)
         return item;

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 
 class QAction;
@@ -17,8 +18,11 @@ namespace deskmark {
 
 // Publishes a QMenu on the bus with the com.canonical.dbusmenu interface, so that the
 // panel draws the menu itself. Item 0 is the menu; every action gets an id the first time
-// the panel sees it. Actions added, removed or changed in the menu or any submenu raise
-// the layout revision and are announced with one LayoutUpdated per turn of the event loop.
+// the panel sees it. Actions added to or removed from the menu or any submenu raise the
+// layout revision and are announced with one LayoutUpdated per turn of the event loop; a
+// changed action (text, check mark, enabled, shortcut) goes out in one
+// ItemsPropertiesUpdated per turn, with only what differs from what the panel last fetched.
+// Checkable actions of an exclusive QActionGroup are radio items.
 // A "clicked" event triggers the action; AboutToShow emits the (sub)menu's aboutToShow(),
 // so a menu rebuilt on opening works as with a menu Qt opens itself.
 class DBusMenuExporter : public QObject, protected QDBusContext {
@@ -52,8 +56,6 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void LayoutUpdated(uint revision, int parent);
-    // Part of the interface that panels listen to; every change here is announced as a
-    // new layout revision instead.
     void ItemsPropertiesUpdated(const deskmark::DBusMenuItemList& updatedProps,
                                 const deskmark::DBusMenuItemKeysList& removedProps);
 
@@ -67,6 +69,7 @@ private:
     void forget(const QAction* action);
     void watch(QMenu* menu);
     void layoutChanged();
+    void announceProperties();
     QVariantMap properties(int id, const QStringList& names) const;
     DBusMenuLayoutItem layoutOf(int id, int depth, const QStringList& names);
     bool handleEvent(int id, const QString& eventId);
@@ -82,6 +85,11 @@ private:
     uint revision_ = 1;
     int changes_ = 0;
     QTimer announce_;
+    // The full properties of each item as the panel last fetched or heard them, and the
+    // items changed since the last announcement.
+    QHash<int, QVariantMap> known_;
+    QSet<int> changed_;
+    QTimer announceProperties_;
 };
 
 } // namespace deskmark

@@ -14,6 +14,11 @@ void registerDBusMenuTypes() {
         qDBusRegisterMetaType<DBusMenuEvent>();
         qDBusRegisterMetaType<DBusMenuEventList>();
         qDBusRegisterMetaType<DBusMenuShortcut>();
+        // QtDBus matches the slots and signals of the exported object by the type names
+        // written in them, so the lists are known by their own names too.
+        qRegisterMetaType<DBusMenuItemList>("deskmark::DBusMenuItemList");
+        qRegisterMetaType<DBusMenuItemKeysList>("deskmark::DBusMenuItemKeysList");
+        qRegisterMetaType<DBusMenuEventList>("deskmark::DBusMenuEventList");
         return true;
     }();
     Q_UNUSED(registered);

@@ -2,6 +2,7 @@
 
 #include "core/app/SystemLog.h"
 #include "platform/linux/DBusMenuExporter.h"
+#include "platform/linux/PanelIcon.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -10,7 +11,11 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
+#include <QDir>
+#include <QGuiApplication>
 #include <QMenu>
+#include <QPalette>
+#include <QStandardPaths>
 
 namespace deskmark {
 
@@ -18,6 +23,43 @@ namespace {
 const QString kWatcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString kItemPath = QStringLiteral("/StatusNotifierItem");
 const QString kMenuPath = QStringLiteral("/MenuBar");
+const QString kIconName = QStringLiteral("io.github.deskmark.Deskmark-symbolic");
+// The sizes panels ask for, from a small panel to a tall one at double scale.
+constexpr int kIconSizes[] = {16, 22, 24, 32, 48, 64};
+
+bool iconInstalled() {
+    for (const char* folder : {"symbolic", "scalable"}) {
+        const QString file =
+            QStringLiteral("icons/hicolor/%1/apps/%2.svg").arg(QLatin1String(folder), kIconName);
+        if (!QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty())
+            return true;
+    }
+    return false;
+}
+
+// A theme folder holding `images` under kIconName, made in the runtime folder: both in
+// the hicolor layout and as an unthemed icon at its top, the two ways hosts search an
+// item's theme path. Empty when it cannot be written.
+QString writeIconTheme(const QList<QImage>& images) {
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (runtime.isEmpty() || images.isEmpty())
+        return {};
+    const QString root = runtime + QStringLiteral("/deskmark-icons");
+    bool written = true;
+    for (const QImage& image : images) {
+        const QString folder = QStringLiteral("%1/hicolor/%2x%2/apps").arg(root).arg(image.width());
+        written = written && QDir().mkpath(folder) &&
+                  image.save(folder + QLatin1Char('/') + kIconName + QStringLiteral(".png"));
+    }
+    written =
+        written && images.last().save(root + QLatin1Char('/') + kIconName + QStringLiteral(".png"));
+    if (!written) {
+        systemLog(
+            QStringLiteral("Deskmark: could not write the status item's icon to %1").arg(root));
+        return {};
+    }
+    return root;
+}
 } // namespace
 
 StatusNotifierItem::StatusNotifierItem(QObject* parent)
@@ -57,15 +99,37 @@ void StatusNotifierItem::setTitle(const QString& title) {
     if (title == title_)
         return;
     title_ = title;
-    Q_EMIT NewTitle();
-    Q_EMIT NewToolTip();
     Q_EMIT XAyatanaNewLabel(title_, title_);
 }
 
+void StatusNotifierItem::setToolTip(const QString& text) {
+    if (text == toolTip_)
+        return;
+    toolTip_ = text;
+    Q_EMIT NewToolTip();
+}
+
+// Set once at start in practice; the theme folder is written only when no installed
+// theme has the icon.
 void StatusNotifierItem::setIcon(const QIcon& icon) {
     icon_ = icon;
-    iconImages_ = dbusImages(icon);
+    const QColor color = QGuiApplication::palette().color(QPalette::WindowText);
+    QList<QImage> images;
+    for (const int size : kIconSizes) {
+        const QImage image = PanelIcon::tinted(icon, QSize(size, size), color);
+        if (!image.isNull())
+            images << image;
+    }
+    iconImages_.clear();
+    for (const QImage& image : std::as_const(images))
+        iconImages_ << dbusImage(image);
+    iconThemePath_ = images.isEmpty() || iconInstalled() ? QString() : writeIconTheme(images);
     Q_EMIT NewIcon();
+    Q_EMIT NewToolTip();
+}
+
+QString StatusNotifierItem::iconName() const {
+    return icon_.isNull() ? QString() : kIconName;
 }
 
 void StatusNotifierItem::setMenu(QMenu* menu) {
@@ -74,7 +138,7 @@ void StatusNotifierItem::setMenu(QMenu* menu) {
 }
 
 DBusToolTip StatusNotifierItem::toolTip() const {
-    return DBusToolTip{QString(), {}, applicationTitle(), title_};
+    return DBusToolTip{iconName(), {}, applicationTitle(), toolTip_};
 }
 
 QDBusObjectPath StatusNotifierItem::menuPath() const {

@@ -19,6 +19,11 @@ class DBusMenuExporter;
 // StatusNotifierWatcher and host) draws the icon, the title as the Ayatana label and the
 // menu, which DBusMenuExporter publishes. The item registers with the watcher at start and
 // again whenever the watcher comes back (a restarted panel).
+//
+// The icon always goes out three ways, since hosts differ in what they draw: the theme
+// name of Deskmark's symbolic icon, a theme folder that holds it when no installed theme
+// does (an uninstalled build), and the pictures of the icon given to setIcon in the
+// palette's text colour. Hosts that draw no label show the icon and the tool tip.
 class StatusNotifierItem : public StatusItem {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -27,6 +32,7 @@ class StatusNotifierItem : public StatusItem {
     Q_PROPERTY(QString Title READ applicationTitle)
     Q_PROPERTY(QString Status READ status)
     Q_PROPERTY(QString IconName READ iconName)
+    Q_PROPERTY(QString IconThemePath READ iconThemePath)
     Q_PROPERTY(deskmark::DBusImageList IconPixmap READ iconPixmap)
     Q_PROPERTY(deskmark::DBusToolTip ToolTip READ toolTip)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
@@ -44,6 +50,7 @@ public:
 
     void setTitle(const QString& title) override;
     QString title() const override { return title_; }
+    void setToolTip(const QString& text) override;
     void setIcon(const QIcon& icon) override;
     void setMenu(QMenu* menu) override;
     // The panel does not say where it draws the item.
@@ -56,7 +63,10 @@ public:
     QString id() const { return QStringLiteral("deskmark"); }
     QString applicationTitle() const { return QStringLiteral("Deskmark"); }
     QString status() const { return QStringLiteral("Active"); }
-    QString iconName() const { return icon_.name(); }
+    // The themed symbolic icon's name, while there is an icon.
+    QString iconName() const;
+    // A folder with hicolor/symbolic/apps/<IconName>.svg when no installed theme has it.
+    QString iconThemePath() const { return iconThemePath_; }
     DBusImageList iconPixmap() const { return iconImages_; }
     DBusToolTip toolTip() const;
     bool itemIsMenu() const { return true; }
@@ -69,7 +79,6 @@ public Q_SLOTS:
     void Scroll(int delta, const QString& orientation);
 
 Q_SIGNALS:
-    void NewTitle();
     void NewIcon();
     void NewToolTip();
     void XAyatanaNewLabel(const QString& label, const QString& guide);
@@ -84,8 +93,10 @@ private:
     QDBusServiceWatcher* watcherWatcher_;
     QPointer<QMenu> menu_;
     QString title_;
+    QString toolTip_;
     QIcon icon_;
     DBusImageList iconImages_;
+    QString iconThemePath_;
 };
 
 } // namespace deskmark

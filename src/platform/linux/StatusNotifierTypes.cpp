@@ -1,9 +1,7 @@
 #include "platform/linux/StatusNotifierTypes.h"
 
 #include <QDBusMetaType>
-#include <QIcon>
 #include <QImage>
-#include <QPixmap>
 #include <QtEndian>
 
 namespace deskmark {
@@ -13,35 +11,24 @@ void registerStatusNotifierTypes() {
         qDBusRegisterMetaType<DBusImage>();
         qDBusRegisterMetaType<DBusImageList>();
         qDBusRegisterMetaType<DBusToolTip>();
+        // Known by the name the item's property is declared with, too.
+        qRegisterMetaType<DBusImageList>("deskmark::DBusImageList");
         return true;
     }();
     Q_UNUSED(registered);
 }
 
-DBusImageList dbusImages(const QIcon& icon) {
-    if (icon.isNull())
-        return {};
-    QList<QSize> sizes = icon.availableSizes();
-    if (sizes.isEmpty())
-        sizes = {QSize(16, 16), QSize(22, 22), QSize(24, 24), QSize(32, 32), QSize(48, 48)};
-
-    DBusImageList images;
-    for (const QSize& size : sizes) {
-        const QImage image =
-            icon.pixmap(size, 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
-        if (image.isNull())
-            continue;
-        DBusImage out{image.width(), image.height(), {}};
-        out.pixels.resize(qsizetype(image.width()) * image.height() * 4);
-        auto* target = reinterpret_cast<uchar*>(out.pixels.data());
-        for (int y = 0; y < image.height(); ++y) {
-            const auto* row = reinterpret_cast<const quint32*>(image.constScanLine(y));
-            for (int x = 0; x < image.width(); ++x, target += 4)
-                qToBigEndian(row[x], target);
-        }
-        images.append(out);
+DBusImage dbusImage(const QImage& image) {
+    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+    DBusImage out{argb.width(), argb.height(), {}};
+    out.pixels.resize(qsizetype(argb.width()) * argb.height() * 4);
+    auto* target = reinterpret_cast<uchar*>(out.pixels.data());
+    for (int y = 0; y < argb.height(); ++y) {
+        const auto* row = reinterpret_cast<const quint32*>(argb.constScanLine(y));
+        for (int x = 0; x < argb.width(); ++x, target += 4)
+            qToBigEndian(row[x], target);
     }
-    return images;
+    return out;
 }
 
 QDBusArgument& operator<<(QDBusArgument& argument, const DBusImage& image) {

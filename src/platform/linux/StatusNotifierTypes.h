@@ -6,7 +6,7 @@
 #include <QMetaType>
 #include <QString>
 
-class QIcon;
+class QImage;
 
 // The structures of the org.kde.StatusNotifierItem interface, with their D-Bus marshalling.
 
@@ -31,8 +31,8 @@ struct DBusToolTip {
 // Makes the types above known to QtDBus; safe to call more than once.
 void registerStatusNotifierTypes();
 
-// The icon's images in every size it offers (or the usual panel sizes for a scalable one).
-DBusImageList dbusImages(const QIcon& icon);
+// The image as the item's pixmaps travel: ARGB32, not premultiplied, in network byte order.
+DBusImage dbusImage(const QImage& image);
 
 QDBusArgument& operator<<(QDBusArgument& argument, const DBusImage& image);
 const QDBusArgument& operator>>(const QDBusArgument& argument, DBusImage& image);
