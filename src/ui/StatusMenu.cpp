@@ -17,8 +17,8 @@ QString literal(const QString& text) {
 
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     nameAction_ = addAction(literal(
-        localized("現在のスペースの名前・カラーを編集", "Edit Current Space's Name & Color")));
-    presetMenu_ = addMenu(localized("現在のスペースのカラープリセットをクイック選択",
+        localized("現在の Space の名前・カラーを編集", "Edit Current Space's Name & Color")));
+    presetMenu_ = addMenu(localized("現在の Space のカラープリセットをクイック選択",
                                     "Quick-Select Current Space's Color Preset"));
     bookmarkAction_ = addAction(localized("ブックマークを開く", "Open Bookmarks"));
     switcherAction_ = addAction(localized("Space を切り替え…", "Switch Space…"));
