@@ -19,7 +19,9 @@ chmod 700 "$home/runtime"
 cp "$here/demo/projects.json" "$here/demo/presets.json" "$home/data/Deskmark/"
 export XDG_DATA_HOME="$home/data" XDG_CONFIG_HOME="$home/config" XDG_RUNTIME_DIR="$home/runtime"
 
-# A panel strip with a system tray along the top of the first monitor.
+# A calm desktop colour instead of black, and a panel strip with a system tray along
+# the top of the first monitor.
+xsetroot -solid '#3c4a5c'
 trayer --edge top --align right --widthtype request --height 28 --monitor 0 \
   --SetDockType true --SetPartialStrut true --tint 0x303030 --transparent true --alpha 0 >/dev/null 2>&1 &
 tray=$!

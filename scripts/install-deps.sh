@@ -1,19 +1,35 @@
 #!/usr/bin/env bash
-# Installs the Debian packages Deskmark needs to build, run and test, if any is missing.
-# Works as root; uses sudo otherwise.
+# Installs the Debian packages Deskmark needs, if any is missing. Works as root; uses
+# sudo otherwise.
+#
+#   scripts/install-deps.sh build   what building and running Deskmark need
+#   scripts/install-deps.sh demo    that, and the private X session of the headless demo
+#   scripts/install-deps.sh test    that, and everything the test suite uses (the default)
 set -euo pipefail
 
-packages=(
+build=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-base-dev-tools libqt6dbus6 libqt6svg6
+  qt6-base-dev qt6-base-dev-tools libqt6dbus6 libqt6svg6 qt6-translations-l10n
   libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-keysyms1-dev libxcb-xkb-dev
+  libxcb-xfixes0-dev
   libglib2.0-dev libicu-dev
+  fonts-noto-cjk fonts-dejavu-core
+)
+demo=(
   xvfb openbox wmctrl xdotool x11-xserver-utils x11-utils imagemagick
   dbus dbus-x11 trayer
-  xterm thunar desktop-file-utils at-spi2-core
-  fonts-noto-cjk fonts-dejavu-core
+)
+tests=(
+  xterm thunar desktop-file-utils at-spi2-core xcompmgr
   clang libclang-rt-14-dev
 )
+
+case "${1:-test}" in
+  build) packages=("${build[@]}") ;;
+  demo) packages=("${build[@]}" "${demo[@]}") ;;
+  test) packages=("${build[@]}" "${demo[@]}" "${tests[@]}") ;;
+  *) echo "usage: $0 [build|demo|test]" >&2; exit 2 ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do

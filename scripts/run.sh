@@ -4,11 +4,14 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-deps.sh
+headless=
+[ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && headless=1
+# The demo's private X session needs more than a desktop that is already there.
+if [ -n "$headless" ]; then scripts/install-deps.sh demo; else scripts/install-deps.sh build; fi
 cmake --preset release >/dev/null
 cmake --build --preset release
 program=$PWD/build/release/src/app/deskmark
-if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+if [ -n "$headless" ]; then
   echo "No display found: starting a private X session with demo data."
   exec scripts/demo-session.sh "$program"
 fi

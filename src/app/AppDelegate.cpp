@@ -12,7 +12,6 @@
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxSessionFacts.h"
 #include "platform/linux/SwitchingStatusItem.h"
-#include "platform/linux/X11Compositor.h"
 #include "ui/AboutBox.h"
 #include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
@@ -80,6 +79,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     installObservers();
     refreshCornerOverlay();
     showFirstRunNotice();
+    reportDamagedProjectsFile();
 }
 
 void AppDelegate::applicationWillTerminate() {
@@ -215,6 +215,7 @@ void AppDelegate::installObservers() {
     connections_ << connect(&presetStore_, &PresetStore::changed, this,
                             &AppDelegate::refreshCornerOverlay);
     installCornerOverlaySubscriptions();
+    installScreenWatcher();
 }
 
 void AppDelegate::activeSpaceDidChange() {
@@ -249,18 +250,19 @@ void AppDelegate::installCornerOverlaySubscriptions() {
         for (const Signal source : sources)
             connections_ << connect(&settings_, source, this, reaction);
     };
-    follow({&SettingsStore::cornerOverlayEnabledChanged,
-            &SettingsStore::cornerOverlayEnabledByDisplayChanged,
-            &SettingsStore::cornerPositionRawChanged, &SettingsStore::cornerPositionByDisplayChanged,
-            &SettingsStore::cornerShapeRawChanged, &SettingsStore::cornerShapeByDisplayChanged,
-            &SettingsStore::cornerWeightRawChanged, &SettingsStore::cornerWeightByDisplayChanged,
-            &SettingsStore::cornerVPaddingRawChanged, &SettingsStore::cornerVPaddingByDisplayChanged,
-            &SettingsStore::cornerColorModeRawChanged,
-            &SettingsStore::cornerColorModeByDisplayChanged,
-            &SettingsStore::cornerOverridesByDisplayChanged, &SettingsStore::cornerFontSizeChanged,
-            &SettingsStore::cornerFontSizeByDisplayChanged, &SettingsStore::cornerMarginChanged,
-            &SettingsStore::cornerMarginByDisplayChanged},
-           [this] { refreshCornerOverlay(); });
+    follow(
+        {&SettingsStore::cornerOverlayEnabledChanged,
+         &SettingsStore::cornerOverlayEnabledByDisplayChanged,
+         &SettingsStore::cornerPositionRawChanged, &SettingsStore::cornerPositionByDisplayChanged,
+         &SettingsStore::cornerShapeRawChanged, &SettingsStore::cornerShapeByDisplayChanged,
+         &SettingsStore::cornerWeightRawChanged, &SettingsStore::cornerWeightByDisplayChanged,
+         &SettingsStore::cornerVPaddingRawChanged, &SettingsStore::cornerVPaddingByDisplayChanged,
+         &SettingsStore::cornerColorModeRawChanged, &SettingsStore::cornerColorModeByDisplayChanged,
+         &SettingsStore::cornerOverridesByDisplayChanged, &SettingsStore::cornerFontSizeChanged,
+         &SettingsStore::cornerFontSizeByDisplayChanged, &SettingsStore::cornerMarginChanged,
+         &SettingsStore::cornerMarginByDisplayChanged,
+         &SettingsStore::hideLabelsOverFullScreenChanged},
+        [this] { refreshCornerOverlay(); });
     follow({&SettingsStore::cornerBgOpacityChanged, &SettingsStore::cornerBgOpacityByDisplayChanged},
            [this] { cornerOverlay().updateOpacityOnly(); });
     follow({&SettingsStore::cornerOffsetYChanged, &SettingsStore::cornerOffsetXChanged,
@@ -352,7 +354,7 @@ void AppDelegate::showSpaceSwitcher() {
         return presetStore_.colors(project->presetID);
     };
     switcherPanel_ =
-        new SpaceSwitcherPanel(std::move(controller), colors, X11Compositor::isRunning());
+        new SpaceSwitcherPanel(std::move(controller), colors, screenWatcher_.compositing());
     switcherPanel_->present(screen->availableGeometry());
     inputSource_.switchToASCIIInput();
 }
@@ -393,6 +395,11 @@ void AppDelegate::quickApplyNextPreset() {
         return;
     }
     const auto project = projectStore_.projectForSpace(*space);
+    if (!project || project->name.isEmpty()) {
+        // A preset colours a project's name; an unnamed Space has neither.
+        tellPresetNeedsName();
+        return;
+    }
     const auto next = PresetMenuModel::nextPresetID(
         presetStore_.presets(), project ? project->presetID : std::nullopt);
     if (!next)

@@ -22,6 +22,7 @@
 #include "platform/linux/LinuxCaptureSource.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/X11ScreenWatcher.h"
 #include "platform/linux/X11WindowMover.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
@@ -110,6 +111,16 @@ private:
     void refreshCornerOverlay();
     CornerOverlayController& cornerOverlay();
     void installCornerOverlaySubscriptions();
+    // Follows the session around the labels: reserved areas, the compositing manager and
+    // full-screen windows (AppDelegateLabels.cpp).
+    void installScreenWatcher();
+    void followFullScreenWindow();
+    // A desktop notification, or a tool tip at the pointer where no notification
+    // service runs (AppDelegateLabels.cpp).
+    void tellUser(const QString& summary, const QString& body);
+    void reportDamagedProjectsFile();
+    // The preset hot key on an unnamed Space: a beep, and why.
+    void tellPresetNeedsName();
     void checkMenuBarDisplay();
     QString firstRunHint() const;
     void showFirstRunNotice();
@@ -158,8 +169,11 @@ private:
     HotKeyManager hotKeyManager_{hotKeyRegistrar_};
     HotKeyBindings hotKeys_{settings_, hotKeyManager_};
 
-    // The corner labels; the controller is made on first use.
-    QtScreenProvider screens_;
+    // The corner labels; the controller is made on first use. The visible frames come
+    // from the session's reserved areas.
+    X11ScreenWatcher screenWatcher_;
+    QtScreenProvider screens_{
+        [this](const QRect& frame) { return screenWatcher_.availableArea(frame); }};
     QtLabelTextMeasurer labelMeasurer_;
     QtCornerLabelWindows cornerWindows_;
     std::unique_ptr<CornerOverlayController> cornerOverlay_;

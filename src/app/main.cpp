@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/ApplicationIdentity.h"
 #include "core/app/DiagnosticsReport.h"
 #include "core/app/Language.h"
 #include "core/model/AppFolders.h"
@@ -57,6 +58,7 @@ int main(int argc, char* argv[]) {
         return diagnose();
 
     chooseLanguage();
+    ApplicationIdentity::apply(app, Language::isJapanese());
     const QString settingsPath = AppFolders::configFolder() + QStringLiteral("/settings.json");
     const QString dataFolder = AppFolders::dataFolder();
     // Holding the lock, this is the only instance: no one else is writing the stores.

@@ -89,29 +89,47 @@ QPainterPath CornerLabelView::shape() const {
 }
 
 void CornerLabelView::updateShape() {
-    // Every pixel the shape touches at all, so that edges keep their antialiasing where
-    // windows are composited, while without compositing the rounded ends' outside stays
-    // clear instead of showing the window's transparent pixels as black. Worked out from
-    // the geometry: one span per pixel row where the ends curve, one rectangle between,
-    // so the cost follows the corner radius, never the label's area.
+    // Blended with what lies below (a compositing manager runs): every pixel the shape
+    // touches at all, so that the edges keep their antialiasing. Otherwise a partly
+    // covered pixel would be drawn over black: exactly the pixels whose centres lie
+    // inside the shape, each drawn in full. Worked out from the geometry: one span per
+    // pixel row where the ends curve, one rectangle between, so the cost follows the
+    // corner radius, never the label's area.
     const QRectF box(frameOffset(), label_.frame.size());
     const double radius =
         std::clamp(label_.cornerRadius, 0.0, std::min(box.width(), box.height()) / 2);
     const double straightTop = box.top() + radius;
     const double straightBottom = box.bottom() - radius;
-    const int left = int(std::floor(box.left()));
-    const int right = int(std::ceil(box.right()));
-    // The row's widest extent is where it comes nearest to the straight part.
+    const bool exact = !label_.blended;
+    const auto distanceFromStraight = [&](double y0, double y1) {
+        return y1 < straightTop ? straightTop - y1 : y0 > straightBottom ? y0 - straightBottom : 0;
+    };
+    // The pixels of row y between the shape's edges, `inset` in from the box's sides.
+    const auto span = [&](int y, int height, double inset) {
+        if (exact) {
+            // A centre on the left edge is inside, one on the right edge is not.
+            const int first = int(std::ceil(box.left() + inset - 0.5));
+            const int end = int(std::ceil(box.right() - inset - 0.5));
+            return QRect(first, y, end - first, height);
+        }
+        const int first = int(std::floor(box.left() + inset));
+        return QRect(first, y, int(std::ceil(box.right() - inset)) - first, height);
+    };
     const auto row = [&](int y) {
-        const double y0 = std::max<double>(y, box.top());
-        const double y1 = std::min<double>(y + 1, box.bottom());
-        const double fromStraight = y1 < straightTop      ? straightTop - y1
-                                    : y0 > straightBottom ? y0 - straightBottom
-                                                          : 0;
+        double fromStraight = 0;
+        if (exact) {
+            const double centre = y + 0.5;
+            fromStraight = distanceFromStraight(centre, centre);
+            if (centre < box.top() || centre >= box.bottom() || fromStraight > radius)
+                return QRect();
+        } else {
+            // The row's widest extent is where it comes nearest to the straight part.
+            fromStraight = distanceFromStraight(std::max<double>(y, box.top()),
+                                                std::min<double>(y + 1, box.bottom()));
+        }
         const double inset =
             radius - std::sqrt(std::max(0.0, radius * radius - fromStraight * fromStraight));
-        const int rowLeft = int(std::floor(box.left() + inset));
-        return QRect(rowLeft, y, int(std::ceil(box.right() - inset)) - rowLeft, 1);
+        return span(y, 1, inset);
     };
     const int top = int(std::floor(box.top()));
     const int bottom = int(std::ceil(box.bottom()));
@@ -121,13 +139,13 @@ void CornerLabelView::updateShape() {
     for (int y = top; y < straightStart; ++y)
         rects << row(y);
     if (straightEnd > straightStart)
-        rects << QRect(left, straightStart, right - left, straightEnd - straightStart);
+        rects << span(straightStart, straightEnd - straightStart, 0);
     for (int y = straightEnd; y < bottom; ++y)
         rects << row(y);
     rects.removeIf([](const QRect& r) { return r.isEmpty(); });
-    QRegion touched;
-    touched.setRects(rects.constData(), int(rects.size()));
-    setMask(touched);
+    QRegion inside;
+    inside.setRects(rects.constData(), int(rects.size()));
+    setMask(inside);
 }
 
 void CornerLabelView::paintEvent(QPaintEvent*) {
@@ -136,7 +154,12 @@ void CornerLabelView::paintEvent(QPaintEvent*) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::TextAntialiasing);
         const QRectF box(frameOffset(), label_.frame.size());
-        painter.fillPath(shape(), background_);
+        // Unblended, the mask alone gives the shape: every pixel it keeps is drawn in
+        // full, so none shows the black that stands in for what lies below.
+        if (label_.blended)
+            painter.fillPath(shape(), background_);
+        else
+            painter.fillRect(rect(), background_);
         painter.setFont(font_);
         painter.setPen(qtColor(label_.textColor));
         painter.drawText(box.topLeft() + label_.textOrigin, label_.text);

@@ -14,7 +14,9 @@ namespace deskmark {
 
 // One display's corner label: a borderless, click-through window above ordinary windows
 // and on every desktop, drawing the name over a capsule or square background. The
-// background's opacity is its own; the text is always drawn in its full colour. The text
+// background's opacity is its own; the text is always drawn in its full colour. A label
+// that is not blended with what lies below (no compositing manager) fills its whole
+// window with the background, leaving the shape to the window's cut. The text
 // goes where the layout put its baseline, which centres the glyphs' own extent.
 class CornerLabelView : public QWidget {
     Q_OBJECT
@@ -48,7 +50,9 @@ private:
     QPointF frameOffset() const;
     // The rounded (or square) background in window coordinates.
     QPainterPath shape() const;
-    // Clips the window to its background's shape.
+    // Cuts the window to its background's shape (the X shape extension's bounding
+    // region): to every pixel the shape touches for a blended label, else to exactly the
+    // pixels whose centres it holds.
     void updateShape();
 
     CornerLabel label_;

@@ -130,6 +130,9 @@ NameEditorWindow::~NameEditorWindow() = default;
 
 void NameEditorWindow::present() {
     adjustSize();
+    // A small form has nothing to gain from more room: the window keeps its size and
+    // the window manager offers no maximising.
+    setFixedWidth(width());
     fitHeight();
     QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen)
@@ -143,10 +146,10 @@ void NameEditorWindow::present() {
 }
 
 // The wrapped texts need a height that depends on the width, which the window's minimum
-// size does not follow: set the height that the layout needs at the present width.
+// size does not follow: fix the height that the layout needs at the present width.
 void NameEditorWindow::fitHeight() {
-    if (layout()->hasHeightForWidth())
-        resize(width(), layout()->totalHeightForWidth(width()));
+    setFixedHeight(layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width())
+                                                 : sizeHint().height());
 }
 
 void NameEditorWindow::render() {

@@ -17,13 +17,13 @@ QString literal(const QString& text) {
 } // namespace
 
 QString StatusMenu::nameTitle() {
-    return localized("現在のスペースの名前・カラーを編集…", "Edit Current Space's Name & Color…");
+    return localized("現在の Space の名前・カラーを編集…", "Edit Current Space's Name & Color…");
 }
 
 // The items that open a window end with "…".
 StatusMenu::StatusMenu(QWidget* parent) : QMenu(parent) {
     nameAction_ = addAction(literal(nameTitle()));
-    presetMenu_ = addMenu(localized("現在のスペースのカラープリセットをクイック選択",
+    presetMenu_ = addMenu(localized("現在の Space のカラープリセットをクイック選択",
                                     "Quick-Select Current Space's Color Preset"));
     bookmarkAction_ = addAction(localized("ブックマークを開く…", "Open Bookmarks…"));
     switcherAction_ = addAction(localized("Space を切り替え…", "Switch Space…"));

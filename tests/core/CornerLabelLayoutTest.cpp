@@ -1,4 +1,6 @@
 #include "core/overlay/CornerLabelLayout.h"
+#include "core/overlay/MonitorWorkArea.h"
+#include "core/overlay/ScreenInfo.h"
 #include "platform/fake/FakeLabelTextMeasurer.h"
 
 #include <QTest>
@@ -171,6 +173,54 @@ private Q_SLOTS:
                      moved > 0 ? inset.top() : inset.bottom());
             QVERIFY(geometry.cornerRadius <= geometry.frame.height() / 2);
         }
+    }
+
+    // The visible frame of each monitor, from the space docks reserve along the root
+    // window's edges: two 1280x800 monitors side by side above a third (2560 wide).
+    void eachMonitorLosesOnlyTheReservationsThatReachIt() {
+        using Strut = MonitorWorkArea::Strut;
+        const QSize root(2560, 1600);
+        const QRect left(0, 0, 1280, 800), right(1280, 0, 1280, 800), below(0, 800, 2560, 800);
+        // A 28-pixel panel along the top of the left monitor only.
+        const Strut topPanel = *Strut::fromPartial({0, 0, 28, 0, 0, 0, 0, 0, 0, 1279, 0, 0});
+        QCOMPARE(MonitorWorkArea::available(left, {topPanel}, root, std::nullopt),
+                 QRect(0, 28, 1280, 772));
+        QCOMPARE(MonitorWorkArea::available(right, {topPanel}, root, std::nullopt), right);
+        QCOMPARE(MonitorWorkArea::available(below, {topPanel}, root, std::nullopt), below);
+        // The work area, one rectangle for all, would take the panel's rows from every
+        // monitor: with struts known it is not used.
+        const QRect workArea(0, 28, 2560, 1572);
+        QCOMPARE(MonitorWorkArea::available(right, {topPanel}, root, workArea), right);
+
+        // A dock along the bottom of the lower monitor and a 40-pixel bar down the right
+        // edge of the upper right one, the older full-edge form on the left of all three.
+        const Strut dock = *Strut::fromPartial({0, 0, 0, 48, 0, 0, 0, 0, 0, 0, 600, 1800});
+        const Strut bar = *Strut::fromPartial({0, 40, 0, 0, 0, 0, 0, 799, 0, 0, 0, 0});
+        const Strut legacy = *Strut::fromFull({10, 0, 0, 0}, root);
+        const QList<Strut> all{topPanel, dock, bar, legacy};
+        QCOMPARE(MonitorWorkArea::available(left, all, root, workArea), QRect(10, 28, 1270, 772));
+        QCOMPARE(MonitorWorkArea::available(right, all, root, workArea), QRect(1280, 0, 1240, 800));
+        QCOMPARE(MonitorWorkArea::available(below, all, root, workArea), QRect(10, 800, 2550, 752));
+
+        // Without any strut the monitor's part of the work area counts; a work area that
+        // misses the monitor, a reservation that would swallow it and short property
+        // values count for nothing.
+        QCOMPARE(MonitorWorkArea::available(left, {}, root, QRect(0, 30, 2560, 1570)),
+                 QRect(0, 30, 1280, 770));
+        QCOMPARE(MonitorWorkArea::available(left, {}, root, QRect(0, 900, 100, 100)), left);
+        QCOMPARE(MonitorWorkArea::available(left, {}, root, std::nullopt), left);
+        const Strut huge = *Strut::fromPartial({0, 0, 0xFFFFFFFF, 0, 0, 0, 0, 0, 0, 1279, 0, 0});
+        QCOMPARE(MonitorWorkArea::available(left, {huge}, root, std::nullopt), left);
+        QVERIFY(!Strut::fromPartial({0, 0, 28, 0}));
+        QVERIFY(!Strut::fromFull({0, 0, 28}, root));
+    }
+
+    void aWindowBelongsToTheScreenHoldingMostOfIt() {
+        const QList<ScreenInfo> screens{{"LEFT", QRectF(0, 0, 1280, 800), {}},
+                                        {"RIGHT", QRectF(1280, 0, 1280, 800), {}}};
+        QCOMPARE(ScreenInfo::screenOf(QRectF(1280, 0, 1280, 800), screens), "RIGHT");
+        QCOMPARE(ScreenInfo::screenOf(QRectF(600, 100, 900, 300), screens), "LEFT");
+        QCOMPARE(ScreenInfo::screenOf(QRectF(3000, 0, 100, 100), screens), std::nullopt);
     }
 };
 

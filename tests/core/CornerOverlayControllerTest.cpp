@@ -162,6 +162,49 @@ private Q_SLOTS:
         QCOMPARE(desk.window(kB).label.textColor, kWhite);
     }
 
+    // ---- the session: compositing and full-screen windows ----
+
+    void withoutCompositingLabelsAreOpaqueWithHardEdges() {
+        Desk desk;
+        desk.projects.set("Mail", desk.red.id, "a1");
+        desk.projects.setName("Build", "b1");
+        desk.refresh();
+        QVERIFY(desk.window(kA).label.blended);
+
+        desk.controller.setCompositing(false);
+        QCOMPARE(desk.refresh(), QStringList({"show " + kA, "show " + kB}));
+        QCOMPARE(desk.window(kA).bgOpacity, 1.0);
+        QVERIFY(!desk.window(kA).label.blended);
+        QCOMPARE(desk.window(kA).background, kRed);
+        // The opacity setting has nothing to change until a compositor starts.
+        desk.settings.setCornerBgOpacity(0.3);
+        desk.windows.log.clear();
+        desk.controller.updateOpacityOnly();
+        QCOMPARE(desk.refresh(), QStringList());
+
+        desk.controller.setCompositing(true);
+        QCOMPARE(desk.refresh(), QStringList({"show " + kA, "show " + kB}));
+        QCOMPARE(desk.window(kB).bgOpacity, 0.3);
+        QVERIFY(desk.window(kB).label.blended);
+    }
+
+    void aFullScreenWindowHidesTheLabelsOfItsScreenWhenAsked() {
+        Desk desk;
+        desk.projects.setName("Mail", "a1");
+        desk.projects.setName("Build", "b1");
+        desk.refresh();
+        desk.controller.setFullScreenScreen("RIGHT");
+        QCOMPARE(desk.refresh(), QStringList()); // the setting is off by default
+
+        desk.settings.setHideLabelsOverFullScreen(true);
+        QCOMPARE(desk.refresh(), QStringList({"hide " + kB}));
+        desk.controller.setFullScreenScreen("LEFT"); // the window moved, or another came up
+        QCOMPARE(desk.refresh(), QStringList({"hide " + kA, "show " + kB}));
+        desk.controller.setFullScreenScreen(std::nullopt);
+        QCOMPARE(desk.refresh(), QStringList({"show " + kA}));
+        QCOMPARE(desk.windows.shownTexts(), QStringList({kA + ":Mail", kB + ":Build"}));
+    }
+
     // ---- change detection and the partial updates ----
 
     void anUnchangedRefreshDoesNoWindowWork() {

@@ -124,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(editor->sharedCount(), 3);
         QCOMPARE(editor->sharedNote(),
                  QString("Name and color changes apply to the project “Shared” (all 3 assigned "
-                         "spaces change; no new project is created)."));
+                         "Spaces change; no new project is created)."));
         editor->selectProject(lonely);
         QCOMPARE(editor->sharedCount(), 1);
 
@@ -134,7 +134,7 @@ private Q_SLOTS:
         Language::setJapanese(true);
         QCOMPARE(onY->sharedNote(),
                  QString("名前・カラーの変更はプロジェクト「Shared」に反映されます（割り当て中の 2 "
-                         "個のスペースすべてで変わります。新規プロジェクトは作られません）。"));
+                         "個の Space すべてで変わります。新規プロジェクトは作られません）。"));
     }
 
     void previewShowsTheTrimmedNameInThePresetsColours() {

@@ -110,9 +110,11 @@ private Q_SLOTS:
         QCOMPARE(picker->currentText(), QString("Shared"));
         QCOMPARE(child<QLineEdit>("nameField")->text(), QString("Shared"));
         QVERIFY(!note->isHidden());
-        QVERIFY(note->text().contains("all 2 assigned spaces change"));
+        QVERIFY(note->text().contains("all 2 assigned Spaces change"));
 
         verifyNoTextIsCut(); // the window grows by the note
+        // Its size is fixed, which leaves nothing to maximise.
+        QCOMPARE(window_->minimumSize(), window_->maximumSize());
 
         QTest::keyClick(child<QLineEdit>("nameField"), Qt::Key_Return);
         QCOMPARE(projects_->projects().size(), 1);

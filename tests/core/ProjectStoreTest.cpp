@@ -283,12 +283,15 @@ private Q_SLOTS:
         ProjectStore store(dir_.path());
         QVERIFY(store.projects().isEmpty());
         QCOMPARE(readFile(dir_.path("projects.json")), content);
+        QCOMPARE(store.damagedFileCopy(), dir_.path("projects.json.broken"));
 
         QTest::ignoreMessage(QtWarningMsg, kSetAside);
         store.addProject("Fresh", std::nullopt);
         store.addProject("Fresher", std::nullopt); // set aside once only
         QCOMPARE(readFile(dir_.path("projects.json.broken")), content);
-        QCOMPARE(names(ProjectStore(dir_.path()).projects()), (QStringList{"Fresh", "Fresher"}));
+        const ProjectStore reread(dir_.path());
+        QCOMPARE(names(reread.projects()), (QStringList{"Fresh", "Fresher"}));
+        QCOMPARE(reread.damagedFileCopy(), std::nullopt);
     }
 
     // Every save fails for the whole run: the user is told once, the log has one line.

@@ -4,6 +4,7 @@
 #include "core/overlay/CornerLabelLayout.h"
 #include "core/overlay/CornerOverlayController.h"
 #include "core/spaces/SpaceStore.h"
+#include "platform/linux/X11ScreenWatcher.h"
 #include "platform/linux/X11WindowServer.h"
 #include "ui/CornerLabelView.h"
 #include "ui/QtCornerLabelWindows.h"
@@ -11,7 +12,8 @@
 #include "ui/QtScreenProvider.h"
 
 // The stores, the X11 Space source and the corner overlay over real windows, on the two
-// monitors of the test session (0 left, 1 right).
+// monitors of the test session (0 left, 1 right), with the visible frames the session's
+// docks leave. The controller assumes compositing until told otherwise.
 struct CornerLabelSession : LabelStores {
     // The display UUIDs of the left and right monitor.
     QString display(int index) const {
@@ -33,7 +35,9 @@ struct CornerLabelSession : LabelStores {
 
     deskmark::X11WindowServer server;
     deskmark::SpaceStore spaces{server};
-    deskmark::QtScreenProvider screens;
+    deskmark::X11ScreenWatcher watcher;
+    deskmark::QtScreenProvider screens{
+        [this](const QRect& frame) { return watcher.availableArea(frame); }};
     deskmark::QtLabelTextMeasurer measurer;
     deskmark::QtCornerLabelWindows windows;
     deskmark::CornerOverlayController controller{projects, presets, settings, spaces,

@@ -14,7 +14,10 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTest>
+
+#include <cstring>
 
 using namespace deskmark;
 
@@ -65,6 +68,73 @@ struct Session : CornerLabelSession {
 
     QString red;
 };
+
+// A window of another program: a dock along the top of the left monitor that reserves
+// its rows with a partial strut, or a plain white window to see labels over.
+class OtherWindow {
+public:
+    OtherWindow(const QRect& area, bool dock) : connection_(xcb_connect(nullptr, nullptr)) {
+        const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+        window_ = xcb_generate_id(connection_);
+        // The plain window stays where it is put, out of the window manager's hands.
+        const uint32_t attributes[] = {screen->white_pixel, dock ? 0u : 1u};
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen->root,
+                          qint16(area.x()), qint16(area.y()), quint16(area.width()),
+                          quint16(area.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                          screen->root_visual, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT,
+                          attributes);
+        if (dock) {
+            const uint32_t type = atom("_NET_WM_WINDOW_TYPE_DOCK");
+            xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_,
+                                atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &type);
+            reserveTop(area.height(), area.width());
+        }
+        xcb_map_window(connection_, window_);
+        xcb_flush(connection_);
+    }
+    // Closing the connection takes the window away.
+    ~OtherWindow() { xcb_disconnect(connection_); }
+    OtherWindow(const OtherWindow&) = delete;
+    OtherWindow& operator=(const OtherWindow&) = delete;
+
+    void reserveTop(int rows, int width) {
+        const uint32_t strut[12] = {0, 0, uint32_t(rows),      0, 0, 0, 0,
+                                    0, 0, uint32_t(width - 1), 0, 0};
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_,
+                            atom("_NET_WM_STRUT_PARTIAL"), XCB_ATOM_CARDINAL, 32, 12, strut);
+        xcb_flush(connection_);
+    }
+
+private:
+    xcb_atom_t atom(const char* name) {
+        xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(
+            connection_, xcb_intern_atom(connection_, 0, quint16(strlen(name)), name), nullptr);
+        const xcb_atom_t value = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+        std::free(reply);
+        return value;
+    }
+
+    xcb_connection_t* connection_;
+    xcb_window_t window_ = XCB_WINDOW_NONE;
+};
+
+// Whether every pixel around the label is the label's red background, its white text, a
+// blend of the two, or the white window below: anything darker is the black that stands
+// in for what lies below a window without compositing.
+bool onlyRedAndWhiteAround(const QImage& shot, const QRectF& frame) {
+    const QRect area = frame.toAlignedRect().adjusted(-2, -2, 2, 2);
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            const QColor pixel = shot.pixelColor(x, y);
+            if (pixel.red() < kRed.red() || pixel.green() < kRed.green() ||
+                pixel.blue() < kRed.blue()) {
+                qWarning("dark pixel %s at %d,%d", qPrintable(pixel.name()), x, y);
+                return false;
+            }
+        }
+    }
+    return true;
+}
 
 // A point of the label's background: halfway into the capsule's rounded left end, well
 // clear of the text.
@@ -256,42 +326,124 @@ private Q_SLOTS:
                  qPrintable(QStringLiteral("%1 above, %2 below").arg(gapAbove).arg(gapBelow)));
     }
 
+    // A dock's partial strut along the top of the left monitor only: the left monitor's
+    // label moves below it, the right one's stays, and both follow when it changes.
+    void labelsKeepClearOfTheDocksOnTheirOwnMonitor() {
+        Session s;
+        s.settings.setCornerPositionRaw("top");
+        QObject::connect(&s.watcher, &X11ScreenWatcher::reservedAreaChanged, &s.watcher,
+                         [&s] { s.controller.refresh(); });
+        s.controller.refresh();
+        QCOMPARE(s.view(0)->label().frame.top(), 12.0);
+        QCOMPARE(s.view(1)->label().frame.top(), 12.0);
+        {
+            OtherWindow dock(QRect(0, 0, 1280, 28), true);
+            QTRY_COMPARE(s.view(0)->label().frame.top(), 28 + 12.0);
+            QCOMPARE(s.view(1)->label().frame.top(), 12.0);
+            QCOMPARE(s.view(0)->label().frame, s.expected(0, "Alpha", CornerPosition::Top));
+            dock.reserveTop(60, 1280);
+            QTRY_COMPARE(s.view(0)->label().frame.top(), 60 + 12.0);
+            QCOMPARE(s.view(1)->label().frame.top(), 12.0);
+            QTRY_VERIFY_WITH_TIMEOUT(
+                screenshot().pixelColor(backgroundPoint(s.view(0)->label().frame)) == kRed, 5000);
+        }
+        QTRY_COMPARE(s.view(0)->label().frame.top(), 12.0);
+    }
+
+    // Over a white window: without a compositing manager the label is opaque and no pixel
+    // of its rim or edge is darkened; once one starts, the same label is translucent.
+    void labelsFollowTheCompositingManager() {
+        if (QStandardPaths::findExecutable("xcompmgr").isEmpty())
+            QSKIP("xcompmgr is not installed");
+        Session s;
+        s.settings.setCornerBgOpacity(0.8);
+        QObject::connect(&s.watcher, &X11ScreenWatcher::compositingChanged, &s.watcher, [&s] {
+            s.controller.setCompositing(s.watcher.compositing());
+            s.controller.refresh();
+        });
+        QVERIFY(!s.watcher.compositing());
+        s.controller.setCompositing(false);
+        OtherWindow below(QRect(0, 500, 2560, 300), false);
+        s.settings.setOverride(CornerOverrideItem::Shape, true, s.display(1));
+        s.settings.setCornerShape(CornerShape::Square, s.display(1));
+        s.controller.refresh();
+        for (int i = 0; i < 2; ++i) {
+            const QRectF frame = s.view(i)->label().frame;
+            QTRY_VERIFY_WITH_TIMEOUT(screenshot().pixelColor(backgroundPoint(frame)) == kRed, 5000);
+            QVERIFY(onlyRedAndWhiteAround(screenshot(), frame));
+        }
+
+        QProcess compositor;
+        compositor.start("xcompmgr", {});
+        QVERIFY(compositor.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(s.watcher.compositing(), 10000);
+        QVERIFY(s.view(0)->label().blended);
+        // 80 % red over white.
+        const QRectF frame = s.view(0)->label().frame;
+        QTRY_VERIFY_WITH_TIMEOUT(std::abs(screenshot().pixelColor(backgroundPoint(frame)).green() -
+                                          qRound(0.8 * kRed.green() + 0.2 * 255)) <= 2,
+                                 10000);
+        compositor.terminate();
+        compositor.waitForFinished();
+        QTRY_VERIFY_WITH_TIMEOUT(!s.watcher.compositing(), 10000);
+        QVERIFY(!s.view(0)->label().blended);
+    }
+
     // The window is cut to every pixel its antialiased shape touches, and the cut is
     // worked out from the geometry: a label the size of a wall costs no more than a small
     // one (its window stays off screen here: it is faded out before it is first set).
+    // Without blending, exactly the pixels whose centres lie inside the shape.
     void theMaskHoldsThePixelsTheShapeTouches_data() {
         QTest::addColumn<QRectF>("frame");
         QTest::addColumn<double>("radius");
-        QTest::newRow("capsule") << QRectF(10, 10, 120, 36) << 18.0;
-        QTest::newRow("capsule at a fractional position") << QRectF(10.3, 10.6, 97.5, 29.2) << 14.6;
-        QTest::newRow("square") << QRectF(10.5, 10.25, 80, 30) << 0.0;
-        QTest::newRow("tall capsule") << QRectF(10, 10.5, 30, 90) << 15.0;
-        QTest::newRow("wall-sized capsule") << QRectF(0, 0, 30000, 16000) << 8000.0;
+        QTest::addColumn<bool>("blended");
+        for (const bool blended : {true, false}) {
+            const char* way = blended ? "blended" : "unblended";
+            QTest::addRow("%s capsule", way) << QRectF(10, 10, 120, 36) << 18.0 << blended;
+            QTest::addRow("%s capsule at a fractional position", way)
+                << QRectF(10.3, 10.6, 97.5, 29.2) << 14.6 << blended;
+            QTest::addRow("%s square", way) << QRectF(10.5, 10.25, 80, 30) << 0.0 << blended;
+            QTest::addRow("%s tall capsule", way) << QRectF(10, 10.5, 30, 90) << 15.0 << blended;
+            QTest::addRow("%s wall-sized capsule", way)
+                << QRectF(0, 0, 30000, 16000) << 8000.0 << blended;
+        }
     }
     void theMaskHoldsThePixelsTheShapeTouches() {
         QFETCH(QRectF, frame);
         QFETCH(double, radius);
+        QFETCH(bool, blended);
         CornerLabelView view;
         view.fadeTo(false, 0);
         QElapsedTimer timer;
         timer.start();
-        view.setLabel(CornerLabel{"x", 13, CornerWeight::Regular, {}, frame, radius, {}}, {}, 1);
+        view.setLabel(CornerLabel{"x", 13, CornerWeight::Regular, {}, frame, radius, {}, blended},
+                      {}, 1);
         QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
         const QRegion mask = view.mask();
-        QCOMPARE(mask.boundingRect(), view.rect());
         QVERIFY(!mask.contains(QPoint(0, 0)) || radius == 0);
+        if (blended)
+            QCOMPARE(mask.boundingRect(), view.rect());
         if (frame.width() > 1000)
             return;
+        QPainterPath shape;
+        shape.addRoundedRect(QRectF(frame.topLeft() - view.geometry().topLeft(), frame.size()),
+                             radius, radius);
+        if (!blended) {
+            for (int y = -1; y <= view.height(); ++y) {
+                for (int x = -1; x <= view.width(); ++x)
+                    QVERIFY2(mask.contains(QPoint(x, y)) ==
+                                 shape.contains(QPointF(x + 0.5, y + 0.5)),
+                             qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+            }
+            return;
+        }
         // The antialiased shape: a pixel it covers clearly is in the mask, and a pixel in
         // the mask is covered, or next to one that is (coverage below 1/255 rounds away).
         QImage coverage(view.size(), QImage::Format_Alpha8);
         coverage.fill(0);
         QPainter painter(&coverage);
         painter.setRenderHint(QPainter::Antialiasing);
-        QPainterPath path;
-        const QPointF origin = frame.topLeft() - view.geometry().topLeft();
-        path.addRoundedRect(QRectF(origin, frame.size()), radius, radius);
-        painter.fillPath(path, Qt::black);
+        painter.fillPath(shape, Qt::black);
         painter.end();
         const auto alpha = [&](int x, int y) {
             return coverage.rect().contains(x, y) ? coverage.pixelColor(x, y).alpha() : 0;

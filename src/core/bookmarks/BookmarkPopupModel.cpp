@@ -101,7 +101,7 @@ QString BookmarkPopupModel::emptyTitle() const {
 
 QString BookmarkPopupModel::emptyMessage() const {
     if (!project_)
-        return localized("メニューの「現在のスペースの名前・カラーを編集…」で割り当ててください。",
+        return localized("メニューの「現在の Space の名前・カラーを編集…」で割り当ててください。",
                          "Assign one from “Edit Current Space's Name & Color…” in the menu.");
     if (rows_.isEmpty())
         return localized("ブックマークはまだありません。下のボタンで追加してください。",

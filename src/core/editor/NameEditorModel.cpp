@@ -18,8 +18,8 @@ NameEditorModel::NameEditorModel(ProjectStore& projectStore, const PresetStore& 
 NameEditorModel::Texts NameEditorModel::texts() {
     return {
         localized("この Space に名前をつける", "Name This Space"),
-        localized("Mission Control でこの Space のサムネイルに表示されます。",
-                  "Shown on this Space's thumbnail in Mission Control."),
+        localized("パネルと、画面の隅のラベルに表示されます。",
+                  "Shown in the panel and in the corner labels on every monitor."),
         localized("プロジェクト", "Project"),
         localized("プロジェクト名", "Project name"),
         localized("空欄のまま保存すると、この Space "
@@ -126,8 +126,8 @@ std::optional<QString> NameEditorModel::sharedNote() const {
                          "created).")
             .arg(name);
     return localized("名前・カラーの変更はプロジェクト「%1」に反映されます（割り当て中の %2 "
-                     "個のスペースすべてで変わります。新規プロジェクトは作られません）。",
-                     "Name and color changes apply to the project “%1” (all %2 assigned spaces "
+                     "個の Space すべてで変わります。新規プロジェクトは作られません）。",
+                     "Name and color changes apply to the project “%1” (all %2 assigned Spaces "
                      "change; no new project is created).")
         .arg(name, QString::number(*count));
 }

@@ -39,6 +39,12 @@ ProjectStore::ProjectStore(const QString& dataFolder, QObject* parent)
         migrateFromNames();
 }
 
+std::optional<QString> ProjectStore::damagedFileCopy() const {
+    if (!damagedAtStart_)
+        return std::nullopt;
+    return file_.path() + QStringLiteral(".broken");
+}
+
 // ---- persistence --------------------------------------------------------------------------
 
 void ProjectStore::load() {
@@ -46,14 +52,17 @@ void ProjectStore::load() {
     if (result.status != StoreFile::ReadStatus::Read) {
         systemLog(QStringLiteral("Deskmark: projects.json の読み込みに失敗"));
         // Its content is unknown, so it must not be replaced unseen either.
-        if (result.status == StoreFile::ReadStatus::Unreadable)
+        if (result.status == StoreFile::ReadStatus::Unreadable) {
             file_.markBroken();
+            damagedAtStart_ = true;
+        }
         return;
     }
     auto document = ProjectFileCodec::decode(result.data);
     if (!document) {
         systemLog(QStringLiteral("Deskmark: projects.json のデコードに失敗（空で開始）"));
         file_.markBroken();
+        damagedAtStart_ = true;
         return;
     }
     projects_ = std::move(document->projects);

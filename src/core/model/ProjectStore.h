@@ -97,6 +97,10 @@ public:
     void moveGroup(const QString& name, bool up, const QUuid& projectID);
     QStringList groupNames(const QUuid& projectID) const;
 
+    // The file read at start could not be used: where the damaged file is kept once the
+    // first change is saved ("…/projects.json.broken"). None when it was read.
+    std::optional<QString> damagedFileCopy() const;
+
 Q_SIGNALS:
     void changed();
 
@@ -123,6 +127,7 @@ private:
     QHash<QString, QUuid> assignments_;
     QCollator collator_;
     qsizetype lastFileSize_ = 0; // the size of the last text read or written
+    bool damagedAtStart_ = false;
 };
 
 } // namespace deskmark

@@ -38,6 +38,8 @@ SettingsStore::SettingsStore(Defaults& defaults, const PlatformDefaults& platfor
       cornerShapeByDisplay_{"cornerShapeByDisplay", {}, &Self::cornerShapeByDisplayChanged},
       cornerColorModeByDisplay_{
           "cornerColorModeByDisplay", {}, &Self::cornerColorModeByDisplayChanged},
+      hideLabelsOverFullScreen_{"hideLabelsOverFullScreen", false,
+                                &Self::hideLabelsOverFullScreenChanged},
       cornerOverridesByDisplay_{
           "cornerOverridesByDisplay", {}, &Self::cornerOverridesByDisplayChanged},
       mcLabelEnabled_{"mcLabelEnabled", true, &Self::mcLabelEnabledChanged},
@@ -81,9 +83,9 @@ SettingsStore::SettingsStore(Defaults& defaults, const PlatformDefaults& platfor
             cornerBgOpacity_, cornerOffsetYByDisplay_, cornerOffsetXByDisplay_,
             cornerMarginByDisplay_, cornerBgOpacityByDisplay_, cornerWeightByDisplay_,
             cornerVPaddingByDisplay_, cornerShapeByDisplay_, cornerColorModeByDisplay_,
-            mcLabelEnabled_, mcLabelVPositionRaw_, mcLabelWeightRaw_, mcLabelVPadding_,
-            mcLabelHPadding_, mcLabelFontSize_, mcLabelSingleLine_, projectNamesInPager_,
-            pagerFoundNames_, firstRunNoticeShown_, settingsWindowFloating_,
+            hideLabelsOverFullScreen_, mcLabelEnabled_, mcLabelVPositionRaw_, mcLabelWeightRaw_,
+            mcLabelVPadding_, mcLabelHPadding_, mcLabelFontSize_, mcLabelSingleLine_,
+            projectNamesInPager_, pagerFoundNames_, firstRunNoticeShown_, settingsWindowFloating_,
             appLanguageRaw_, appearanceRaw_, autoUpdateEnabled_);
     for (HotKeySetting* hotKey :
          {&nameHotKey_, &presetHotKey_, &settingsHotKey_, &bookmarkHotKey_, &switcherHotKey_})

@@ -120,6 +120,9 @@ public:
     void setCornerShapeByDisplay(const Words& v) { assign(cornerShapeByDisplay_, v); }
     const Words& cornerColorModeByDisplay() const { return cornerColorModeByDisplay_.value; }
     void setCornerColorModeByDisplay(const Words& v) { assign(cornerColorModeByDisplay_, v); }
+    // Whether a monitor whose active window is full screen hides its corner label.
+    bool hideLabelsOverFullScreen() const { return hideLabelsOverFullScreen_.value; }
+    void setHideLabelsOverFullScreen(bool on) { assign(hideLabelsOverFullScreen_, on); }
     const WordLists& cornerOverridesByDisplay() const { return cornerOverridesByDisplay_.value; }
     void setCornerOverridesByDisplay(const WordLists& v) { assign(cornerOverridesByDisplay_, v); }
 
@@ -279,6 +282,7 @@ Q_SIGNALS:
     void cornerVPaddingByDisplayChanged();
     void cornerShapeByDisplayChanged();
     void cornerColorModeByDisplayChanged();
+    void hideLabelsOverFullScreenChanged();
     void cornerOverridesByDisplayChanged();
     void mcLabelEnabledChanged();
     void mcLabelVPositionRawChanged();
@@ -401,6 +405,7 @@ private:
     Setting<Words> cornerVPaddingByDisplay_;
     Setting<Words> cornerShapeByDisplay_;
     Setting<Words> cornerColorModeByDisplay_;
+    Setting<bool> hideLabelsOverFullScreen_;
     Setting<WordLists> cornerOverridesByDisplay_;
     Setting<bool> mcLabelEnabled_;
     Setting<QString> mcLabelVPositionRaw_;

@@ -22,6 +22,10 @@ struct CornerLabel {
     // Where the text's baseline starts, in label coordinates: placed so that the glyphs'
     // own vertical extent, not the font's line box, sits in the middle of the label.
     QPointF textOrigin;
+    // Whether the window is blended with what lies below it (a compositing manager
+    // runs): then its edges are smoothed. Otherwise every pixel of the window is drawn
+    // in full, so it is cut to exactly the pixels whose centres lie inside the shape.
+    bool blended = true;
 
     friend bool operator==(const CornerLabel&, const CornerLabel&) = default;
 };

@@ -60,6 +60,8 @@ CornerOverlayController::wanted(const CGSDisplay& display, const QList<ScreenInf
     });
     if (screen == screens.cend())
         return std::nullopt;
+    if (fullScreenScreen_ == screen->name && settings_.hideLabelsOverFullScreen())
+        return std::nullopt;
 
     const ColorPair colors = resolveColors(SpaceStyle{project->name, project->presetID}, uuid);
     const CornerLabelStyle look = style(settings_, uuid);
@@ -67,11 +69,11 @@ CornerOverlayController::wanted(const CGSDisplay& display, const QList<ScreenInf
         CornerLabelLayout::layout(project->name, look, screen->visibleFrame, measurer_);
 
     Wanted result;
-    result.label = CornerLabel{project->name,    geometry.fontSize,     look.weight,
-                               colors.text,      geometry.frame,        geometry.cornerRadius,
-                               geometry.textOrigin};
+    result.label =
+        CornerLabel{project->name,  geometry.fontSize,     look.weight,         colors.text,
+                    geometry.frame, geometry.cornerRadius, geometry.textOrigin, compositing_};
     result.background = colors.bg;
-    result.bgOpacity = settings_.cornerBgOpacity(uuid);
+    result.bgOpacity = shownOpacity(uuid);
     result.base = geometry.base;
     result.visibleFrame = screen->visibleFrame;
     return result;
@@ -120,9 +122,13 @@ void CornerOverlayController::takeDown(const QString& displayUUID) {
     windows_.hide(displayUUID);
 }
 
+double CornerOverlayController::shownOpacity(const QString& displayUUID) const {
+    return compositing_ ? settings_.cornerBgOpacity(displayUUID) : 1.0;
+}
+
 void CornerOverlayController::updateOpacityOnly() {
     for (auto it = lastBg_.cbegin(); it != lastBg_.cend(); ++it) {
-        const double opacity = settings_.cornerBgOpacity(it.key());
+        const double opacity = shownOpacity(it.key());
         if (lastOpacity_.value(it.key()) == opacity)
             continue;
         windows_.setBackground(it.key(), RgbColor::fromDeskmarkHex(*it).value_or(kBlack),

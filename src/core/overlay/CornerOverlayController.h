@@ -44,6 +44,19 @@ public:
     // Moves the labels on screen by each display's current offsets, without redrawing.
     void updateOffsetOnly();
 
+    // Whether a compositing manager blends windows with what lies below them. Without
+    // one, a translucent background would be drawn over black: labels are then drawn
+    // with an opaque background and hard edges. On by default; refresh() applies a change.
+    bool compositing() const { return compositing_; }
+    void setCompositing(bool on) { compositing_ = on; }
+
+    // The screen (by name) whose active window is full screen now, if any. While the
+    // "hideLabelsOverFullScreen" setting is on, that screen shows no label; refresh()
+    // applies a change.
+    void setFullScreenScreen(const std::optional<QString>& screenName) {
+        fullScreenScreen_ = screenName;
+    }
+
     // The displays that show the desktop overview now.
     const QSet<QString>& mcDisplays() const { return mcDisplays_; }
     void setMcDisplays(const QSet<QString>& displays) { mcDisplays_ = displays; }
@@ -76,6 +89,9 @@ private:
                                  const QList<ScreenInfo>& screens) const;
     void update(const QString& displayUUID, const Wanted& wanted);
     void takeDown(const QString& displayUUID);
+    // The background opacity a label is drawn with: the setting's, or full without
+    // compositing.
+    double shownOpacity(const QString& displayUUID) const;
 
     const ProjectStore& projectStore_;
     const PresetStore& presetStore_;
@@ -84,6 +100,8 @@ private:
     const ScreenProvider& screens_;
     CornerLabelWindows& windows_;
     const LabelTextMeasurer& measurer_;
+    bool compositing_ = true;
+    std::optional<QString> fullScreenScreen_;
 
     // Displays that have a window, shown or not, in the order their windows were made.
     QStringList windowDisplays_;

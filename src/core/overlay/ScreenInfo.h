@@ -21,6 +21,9 @@ struct ScreenInfo {
     static std::optional<ScreenInfo> primary(const QList<ScreenInfo>& screens,
                                              const std::optional<ScreenInfo>& mainScreen);
 
+    // The name of the screen that holds most of the area; none when it lies on none.
+    static std::optional<QString> screenOf(const QRectF& area, const QList<ScreenInfo>& screens);
+
     friend bool operator==(const ScreenInfo&, const ScreenInfo&) = default;
 };
 

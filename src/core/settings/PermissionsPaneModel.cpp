@@ -9,7 +9,7 @@ namespace deskmark {
 QString PermissionsPaneModel::actionTitle(HotKeyAction action) {
     switch (action) {
     case HotKeyAction::Name:
-        return localized("現在のスペースの名前・カラーを編集", "Edit Current Space's Name & Color");
+        return localized("現在の Space の名前・カラーを編集", "Edit Current Space's Name & Color");
     case HotKeyAction::Preset:
         return localized("次のカラープリセットを適用", "Apply the Next Color Preset");
     case HotKeyAction::Settings:
@@ -30,8 +30,8 @@ QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& 
            {},
            {}};
     if (wm.ok)
-        wm.state = localized("デスクトップ %1 個を公開しています。", "Publishes %1 desktops.")
-                       .arg(facts.desktops);
+        wm.state =
+            localized("Space %1 個を公開しています。", "Publishes %1 Spaces.").arg(facts.desktops);
     else {
         wm.state = localized("EWMH のウインドウマネージャが見つからないため、Space を読めません。",
                              "No EWMH window manager found, so there are no Spaces to read.");

@@ -16,7 +16,6 @@ bool X11Compositor::isRunning() {
     xcb_connection_t* connection = x11 ? x11->connection() : nullptr;
     if (!connection)
         return false;
-    // A compositing manager owns the selection _NET_WM_CM_S<screen number>.
     int screen = 0;
     if (const char* display = std::getenv("DISPLAY")) {
         const QByteArray name(display);
@@ -24,15 +23,21 @@ bool X11Compositor::isRunning() {
         if (dot > name.lastIndexOf(':'))
             screen = name.mid(dot + 1).toInt();
     }
-    const QByteArray selection = "_NET_WM_CM_S" + QByteArray::number(screen);
+    const QByteArray selection = selectionName(screen);
     const xcb_intern_atom_cookie_t atomCookie =
         xcb_intern_atom(connection, 1, quint16(selection.size()), selection.constData());
     const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
         xcb_intern_atom_reply(connection, atomCookie, nullptr), &std::free);
-    if (!atom || atom->atom == XCB_ATOM_NONE)
-        return false;
+    return atom && atom->atom != XCB_ATOM_NONE && hasOwner(connection, atom->atom);
+}
+
+QByteArray X11Compositor::selectionName(int screenNumber) {
+    return "_NET_WM_CM_S" + QByteArray::number(screenNumber);
+}
+
+bool X11Compositor::hasOwner(xcb_connection_t* connection, quint32 selection) {
     const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> owner(
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom),
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection),
                                       nullptr),
         &std::free);
     return owner && owner->owner != XCB_WINDOW_NONE;

@@ -1,5 +1,6 @@
 #include "platform/linux/X11RootClient.h"
 
+#include "platform/linux/X11Reply.h"
 #include "platform/linux/X11Screen.h"
 
 #include <QSocketNotifier>
@@ -14,22 +15,6 @@
 namespace deskmark {
 
 namespace {
-
-struct FreeReply {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <typename T> using Reply = std::unique_ptr<T, FreeReply>;
-
-// Waits for the reply to `cookie`. An error answer is freed here rather than left in
-// the event queue, and gives no reply.
-template <typename T, typename Cookie>
-Reply<T> take(T* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
-              xcb_connection_t* connection, Cookie cookie) {
-    xcb_generic_error_t* error = nullptr;
-    Reply<T> reply(fetch(connection, cookie, &error));
-    std::free(error);
-    return reply;
-}
 
 // In the order of X11RootClient::Atom.
 constexpr const char* kAtomNames[] = {"_NET_SUPPORTING_WM_CHECK",
@@ -46,7 +31,7 @@ constexpr quint32 kWholeProperty = 1u << 16;
 constexpr quint32 kEdidBaseBlock = 128 / 4;
 
 QString atomName(xcb_connection_t* connection, xcb_get_atom_name_cookie_t cookie) {
-    const auto reply = take(xcb_get_atom_name_reply, connection, cookie);
+    const auto reply = takeX11Reply(xcb_get_atom_name_reply, connection, cookie);
     if (!reply)
         return {};
     return QString::fromUtf8(xcb_get_atom_name_name(reply.get()),
@@ -54,7 +39,7 @@ QString atomName(xcb_connection_t* connection, xcb_get_atom_name_cookie_t cookie
 }
 
 QString outputName(xcb_connection_t* connection, xcb_randr_get_output_info_cookie_t cookie) {
-    const auto reply = take(xcb_randr_get_output_info_reply, connection, cookie);
+    const auto reply = takeX11Reply(xcb_randr_get_output_info_reply, connection, cookie);
     if (!reply)
         return {};
     return QString::fromUtf8(
@@ -63,7 +48,7 @@ QString outputName(xcb_connection_t* connection, xcb_randr_get_output_info_cooki
 }
 
 QByteArray outputEdid(xcb_connection_t* connection, xcb_randr_get_output_property_cookie_t cookie) {
-    const auto reply = take(xcb_randr_get_output_property_reply, connection, cookie);
+    const auto reply = takeX11Reply(xcb_randr_get_output_property_reply, connection, cookie);
     if (!reply || reply->format != 8)
         return {};
     return QByteArray(
@@ -114,7 +99,7 @@ void X11RootClient::internAtoms() {
         cookies[i] =
             xcb_intern_atom(connection_, 0, uint16_t(strlen(kAtomNames[i])), kAtomNames[i]);
     for (size_t i = 0; i < cookies.size(); ++i) {
-        const auto reply = take(xcb_intern_atom_reply, connection_, cookies[i]);
+        const auto reply = takeX11Reply(xcb_intern_atom_reply, connection_, cookies[i]);
         atoms_[i] = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
     }
 }
@@ -128,8 +113,8 @@ void X11RootClient::watchRoot() {
     const xcb_query_extension_reply_t* randr = xcb_get_extension_data(connection_, &xcb_randr_id);
     if (!randr || !randr->present)
         return;
-    const auto version = take(xcb_randr_query_version_reply, connection_,
-                              xcb_randr_query_version(connection_, 1, 5));
+    const auto version = takeX11Reply(xcb_randr_query_version_reply, connection_,
+                                      xcb_randr_query_version(connection_, 1, 5));
     hasMonitors_ = version && (version->major_version > 1 ||
                                (version->major_version == 1 && version->minor_version >= 5));
     if (!hasMonitors_)
@@ -195,9 +180,9 @@ bool X11RootClient::hasWindowManager() {
         return false;
     const auto checkOf = [this](xcb_window_t window) -> std::optional<xcb_window_t> {
         const auto reply =
-            take(xcb_get_property_reply, connection_,
-                 xcb_get_property(connection_, 0, window, atom(Atom::SupportingWmCheck),
-                                  XCB_ATOM_WINDOW, 0, 1));
+            takeX11Reply(xcb_get_property_reply, connection_,
+                         xcb_get_property(connection_, 0, window, atom(Atom::SupportingWmCheck),
+                                          XCB_ATOM_WINDOW, 0, 1));
         if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) != 4)
             return std::nullopt;
         return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
@@ -213,9 +198,9 @@ bool X11RootClient::hasWindowManager() {
 std::optional<quint32> X11RootClient::cardinal(Property property) {
     if (!isConnected())
         return std::nullopt;
-    const auto reply =
-        take(xcb_get_property_reply, connection_,
-             xcb_get_property(connection_, 0, root_, atom(property), XCB_ATOM_CARDINAL, 0, 1));
+    const auto reply = takeX11Reply(
+        xcb_get_property_reply, connection_,
+        xcb_get_property(connection_, 0, root_, atom(property), XCB_ATOM_CARDINAL, 0, 1));
     scheduleRead();
     if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) != 4)
         return std::nullopt;
@@ -225,9 +210,9 @@ std::optional<quint32> X11RootClient::cardinal(Property property) {
 QStringList X11RootClient::utf8List(Property property) {
     if (!isConnected())
         return {};
-    const auto reply = take(xcb_get_property_reply, connection_,
-                            xcb_get_property(connection_, 0, root_, atom(property),
-                                             atom(Atom::Utf8String), 0, kWholeProperty));
+    const auto reply = takeX11Reply(xcb_get_property_reply, connection_,
+                                    xcb_get_property(connection_, 0, root_, atom(property),
+                                                     atom(Atom::Utf8String), 0, kWholeProperty));
     scheduleRead();
     if (!reply || reply->format != 8)
         return {};
@@ -252,15 +237,15 @@ bool X11RootClient::setUtf8List(Property property, const QStringList& strings) {
     const xcb_void_cookie_t cookie = xcb_change_property_checked(
         connection_, XCB_PROP_MODE_REPLACE, root_, atom(property), atom(Atom::Utf8String), 8,
         quint32(data.size()), data.constData());
-    const Reply<xcb_generic_error_t> error(xcb_request_check(connection_, cookie));
+    const X11Reply<xcb_generic_error_t> error(xcb_request_check(connection_, cookie));
     return !error;
 }
 
 QList<RandrMonitor> X11RootClient::monitors() {
     if (!isConnected() || !hasMonitors_)
         return {};
-    const auto reply = take(xcb_randr_get_monitors_reply, connection_,
-                            xcb_randr_get_monitors(connection_, root_, 1));
+    const auto reply = takeX11Reply(xcb_randr_get_monitors_reply, connection_,
+                                    xcb_randr_get_monitors(connection_, root_, 1));
     if (!reply) {
         scheduleRead();
         return {};

@@ -53,9 +53,10 @@ BookmarkAppsSection::BookmarkAppsSection(const SettingsContext& context, QWidget
     layout->addWidget(SettingControls::note(
         localized(
             "フォルダの行で Enter を押したときに出るアプリのメニューです。チェックを外したアプリは"
-            "表示されず、▲▼ で順番を変えられます（Finder は常に先頭、「その他…」は常に末尾）。",
+            "表示されず、▲▼ "
+            "で順番を変えられます（ファイルマネージャは常に先頭、「その他…」は常に末尾）。",
             "The app menu shown when you press Enter on a folder row. Unchecked apps are "
-            "omitted, and ▲▼ changes the order (Finder is always first, “Other…” always "
+            "omitted, and ▲▼ changes the order (the file manager is always first, “Other…” always "
             "last)."),
         this));
     auto* row = new QHBoxLayout();

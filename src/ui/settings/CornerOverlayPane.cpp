@@ -33,6 +33,11 @@ CornerOverlayPane::CornerOverlayPane(const SettingsContext& context, QWidget* pa
         else
             form->addRow(CornerSettingsModel::label(item), editor);
     }
+    layout->addWidget(SettingControls::checkBox(
+        context.settings,
+        localized("全画面のウインドウの上ではラベルを隠す", "Hide labels over full-screen windows"),
+        &SettingsStore::hideLabelsOverFullScreen, &SettingsStore::setHideLabelsOverFullScreen,
+        &SettingsStore::hideLabelsOverFullScreenChanged, this));
 
     layout->addSpacing(12);
     layout->addWidget(SettingControls::heading(

@@ -15,10 +15,12 @@ MissionControlPane::MissionControlPane(const SettingsContext& context, QWidget* 
     QVBoxLayout* layout = SettingControls::page(this);
     layout->addWidget(SettingControls::note(
         localized(
-            "Linux のデスクトップは、ほかのプログラムが自分の概観画面（ワークスペース一覧）の上に"
-            "描くことを許していません。そのため、ここでの設定は Linux では画面に現れません。",
-            "No Linux desktop lets other programs draw over its own overview of the "
-            "workspaces, so on Linux these labels do not appear."),
+            "Linux のデスクトップは、ほかのプログラムが自分の一覧画面（Space の一覧）の上に"
+            "描くことを許していません。そのため、一覧画面のラベルは Linux では表示されません。"
+            "代わりに、ページャーと一覧画面にプロジェクト名を出せます。",
+            "No Linux desktop lets other programs draw over its own overview of the Spaces, "
+            "so the overview labels below do not appear on Linux. The desktop's pager and "
+            "overview can show the project names instead."),
         this));
     auto* pager = new QCheckBox(localized("デスクトップのページャーにプロジェクト名を表示",
                                           "Show project names in the desktop's pager"),
@@ -34,17 +36,16 @@ MissionControlPane::MissionControlPane(const SettingsContext& context, QWidget* 
     layout->addWidget(pager);
     layout->addWidget(SettingControls::note(
         localized(
-            "オンにすると、プロジェクトのあるデスクトップの名前をプロジェクト名にします。ウインドウ"
-            "マネージャのページャー、デスクトップメニュー、一覧画面に表示されます。プロジェクトのな"
-            "い"
-            "デスクトップは元の名前のままです。オフにすると元の名前に戻します。",
-            "When on, each desktop with a project is named after it, so the window manager's "
-            "own pager, desktop menu and overview show it. Desktops without a project keep "
+            "オンにすると、プロジェクトのある Space の名前をプロジェクト名にします。ウインドウ"
+            "マネージャのページャー、デスクトップメニュー、一覧画面に表示されます。プロジェクトの"
+            "ない Space は元の名前のままです。オフにすると元の名前に戻します。",
+            "When on, each Space with a project is named after it, so the window manager's "
+            "own pager, desktop menu and overview show it. Spaces without a project keep "
             "their names. Turning it off restores the names Deskmark found."),
         this));
     layout->addSpacing(12);
     layout->addWidget(SettingControls::checkBox(
-        s, localized("Mission Control にラベルを表示", "Show labels in Mission Control"),
+        s, localized("一覧画面の Space にラベルを表示", "Show labels on the overview's Spaces"),
         &SettingsStore::mcLabelEnabled, &SettingsStore::setMcLabelEnabled,
         &SettingsStore::mcLabelEnabledChanged, this));
     auto* form = new QFormLayout();
@@ -80,8 +81,8 @@ MissionControlPane::MissionControlPane(const SettingsContext& context, QWidget* 
         s, localized("1 行で表示", "Single line"), &SettingsStore::mcLabelSingleLine,
         &SettingsStore::setMcLabelSingleLine, &SettingsStore::mcLabelSingleLineChanged, this));
     layout->addWidget(
-        SettingControls::note(localized("変更は Mission Control を開き直すと反映されます。",
-                                        "Changes apply the next time you open Mission Control."),
+        SettingControls::note(localized("変更は一覧画面を次に開いたときに反映されます。",
+                                        "Changes apply the next time the overview opens."),
                               this));
 }
 

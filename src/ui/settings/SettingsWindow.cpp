@@ -41,7 +41,8 @@ SettingsWindow::SettingsWindow(SettingsContext context, QWidget* parent)
     add(localized("ブックマーク", "Bookmarks"), new BookmarksPane(context_, stack_));
     add(localized("Space", "Spaces"), new SpacesPane(context_, stack_));
     add(localized("カラープリセット", "Color Presets"), new ColorPresetsPane(context_, stack_));
-    add(QStringLiteral("Mission Control"), new MissionControlPane(context_, stack_));
+    add(localized("一覧画面とページャー", "Overview & Pager"),
+        new MissionControlPane(context_, stack_));
     add(localized("コーナー表示", "Corner Overlay"), new CornerOverlayPane(context_, stack_));
     add(localized("権限", "Permissions"), new PermissionsPane(context_, stack_));
     paneList_->setFixedWidth(paneList_->sizeHintForColumn(0) + 32);
