@@ -61,7 +61,8 @@ void print(std::FILE* stream, const QString& text) {
 int sendToAgent(int argc, char* argv[], const CommandLine& command) {
     const QCoreApplication app(argc, argv);
     QString detail;
-    const CommandLine::Report report = command.report(DBusControlClient::send(command, &detail), detail);
+    const CommandLine::Reply reply = DBusControlClient::send(command, &detail);
+    const CommandLine::Report report = command.report(reply, detail);
     print(stderr, report.message);
     return report.exitCode;
 }

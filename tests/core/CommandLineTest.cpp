@@ -21,8 +21,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("detail");
         QTest::newRow("no arguments: the agent") << QStringList{} << Mode::Agent << "";
         QTest::newRow("help") << QStringList{"--help"} << Mode::Help << "";
-        QTest::newRow("short help after a command") << QStringList{"switch", "-h"} << Mode::Help << "";
-        QTest::newRow("help after an unknown word") << QStringList{"bogus", "--help"} << Mode::Help << "";
+        QTest::newRow("short help after a command")
+            << QStringList{"switch", "-h"} << Mode::Help << "";
+        QTest::newRow("help after an unknown word")
+            << QStringList{"bogus", "--help"} << Mode::Help << "";
         QTest::newRow("a name after -- is not help")
             << QStringList{"switch", "--", "--help"} << Mode::Switch << "--help";
         QTest::newRow("version") << QStringList{"--version"} << Mode::Version << "";
@@ -41,8 +43,8 @@ private Q_SLOTS:
         QTest::newRow("Qt's own options are not taken")
             << QStringList{"-platform", "xcb"} << Mode::Invalid
             << "deskmark: unknown option '-platform'";
-        QTest::newRow("unknown command") << QStringList{"Switcher"} << Mode::Invalid
-                                         << "deskmark: unknown command 'Switcher'";
+        QTest::newRow("unknown command")
+            << QStringList{"Switcher"} << Mode::Invalid << "deskmark: unknown command 'Switcher'";
         QTest::newRow("option after a command word")
             << QStringList{"rename", "-v"} << Mode::Invalid << "deskmark: unknown option '-v'";
         QTest::newRow("extra word after a command")
@@ -53,10 +55,10 @@ private Q_SLOTS:
             << "deskmark: unexpected argument 'x'";
         QTest::newRow("switch without a name")
             << QStringList{"switch"} << Mode::Invalid << "deskmark: switch needs a project name";
-        QTest::newRow("switch with an empty name")
-            << QStringList{"switch", ""} << Mode::Invalid << "deskmark: switch needs a project name";
-        QTest::newRow("switch with only --")
-            << QStringList{"switch", "--"} << Mode::Invalid << "deskmark: switch needs a project name";
+        QTest::newRow("switch with an empty name") << QStringList{"switch", ""} << Mode::Invalid
+                                                   << "deskmark: switch needs a project name";
+        QTest::newRow("switch with only --") << QStringList{"switch", "--"} << Mode::Invalid
+                                             << "deskmark: switch needs a project name";
         QTest::newRow("switch with an option for a name")
             << QStringList{"switch", "-x"} << Mode::Invalid << "deskmark: unknown option '-x'";
         QTest::newRow("switch with two names")

@@ -13,12 +13,11 @@ private Q_SLOTS:
     void commandsReachTheirActions() {
         QList<HotKeyAction> performed;
         QStringList switchedTo;
-        DBusControlService service(
-            {[&](HotKeyAction action) { performed << action; },
-             [&](const QString& name) {
-                 switchedTo << name;
-                 return name == QStringLiteral("Mail");
-             }});
+        DBusControlService service({[&](HotKeyAction action) { performed << action; },
+                                    [&](const QString& name) {
+                                        switchedTo << name;
+                                        return name == QStringLiteral("Mail");
+                                    }});
         const auto send = [](const QStringList& arguments) {
             QString detail;
             const CommandLine::Reply reply =

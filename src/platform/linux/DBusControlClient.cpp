@@ -22,8 +22,9 @@ CommandLine::Reply DBusControlClient::send(const CommandLine& command, QString* 
     QDBusMessage call = QDBusMessage::createMethodCall(
         DBusControlService::kServiceName, DBusControlService::kObjectPath,
         DBusControlService::kInterface,
-        switching ? QStringLiteral("Switch")
-                  : DBusControlService::methodFor(command.action().value_or(HotKeyAction::Switcher)));
+        switching
+            ? QStringLiteral("Switch")
+            : DBusControlService::methodFor(command.action().value_or(HotKeyAction::Switcher)));
     if (switching)
         call << command.projectName();
     // No activation: without a running agent the command only says so.

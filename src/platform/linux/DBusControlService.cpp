@@ -49,11 +49,21 @@ QString DBusControlService::methodFor(HotKeyAction action) {
     return QStringLiteral("ShowSwitcher");
 }
 
-void DBusControlService::ShowSwitcher() { handlers_.perform(HotKeyAction::Switcher); }
-void DBusControlService::ShowBookmarks() { handlers_.perform(HotKeyAction::Bookmark); }
-void DBusControlService::Rename() { handlers_.perform(HotKeyAction::Name); }
-void DBusControlService::OpenSettings() { handlers_.perform(HotKeyAction::Settings); }
-void DBusControlService::NextPreset() { handlers_.perform(HotKeyAction::Preset); }
+void DBusControlService::ShowSwitcher() {
+    handlers_.perform(HotKeyAction::Switcher);
+}
+void DBusControlService::ShowBookmarks() {
+    handlers_.perform(HotKeyAction::Bookmark);
+}
+void DBusControlService::Rename() {
+    handlers_.perform(HotKeyAction::Name);
+}
+void DBusControlService::OpenSettings() {
+    handlers_.perform(HotKeyAction::Settings);
+}
+void DBusControlService::NextPreset() {
+    handlers_.perform(HotKeyAction::Preset);
+}
 
 bool DBusControlService::Switch(const QString& projectName) {
     return handlers_.switchToProject(projectName);
