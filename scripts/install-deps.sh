@@ -22,6 +22,7 @@ demo=(
 tests=(
   xterm thunar desktop-file-utils at-spi2-core xcompmgr
   clang libclang-rt-14-dev
+  dpkg-dev librsvg2-bin lintian appstream man-db
 )
 
 case "${1:-test}" in

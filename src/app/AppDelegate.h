@@ -17,6 +17,7 @@
 #include "core/switcher/SwitchDebugLog.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/DBusControlService.h"
 #include "platform/linux/DBusInputSourceSwitcher.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxCaptureSource.h"
@@ -130,6 +131,12 @@ private:
     void showAbout();
     void quit();
     void setupHotKeys();
+    // What a hot key, and the command line, starts: the action's menu item, or the next
+    // preset.
+    void performAction(HotKeyAction action);
+    // The command line's way in (AppDelegateCommands.cpp).
+    void publishCommandInterface();
+    bool switchToProject(const QString& name);
 
     QtScheduler scheduler_;
     SettingsFile settingsFile_;
@@ -168,6 +175,7 @@ private:
     X11HotKeyRegistrar hotKeyRegistrar_;
     HotKeyManager hotKeyManager_{hotKeyRegistrar_};
     HotKeyBindings hotKeys_{settings_, hotKeyManager_};
+    std::unique_ptr<DBusControlService> commandInterface_;
 
     // The corner labels; the controller is made on first use. The visible frames come
     // from the session's reserved areas.
