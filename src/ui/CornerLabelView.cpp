@@ -6,19 +6,28 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegion>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
 
 namespace deskmark {
 
-CornerLabelView::CornerLabelView()
+CornerLabelView::CornerLabelView(WindowPlacer* placer, const QString& key)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
                            Qt::WindowStaysOnTopHint | Qt::WindowTransparentForInput |
-                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint) {
+                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint),
+      placer_(placer) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
+    if (placer_) {
+        setWindowTitle(placer_->windowTitle(key));
+        // The input region is the window's mask; one pixel outside the window leaves
+        // nothing inside it. The window keeps it when it is shown again.
+        create();
+        windowHandle()->setMask(QRegion(-1, -1, 1, 1));
+    }
 }
 
 void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& background,
@@ -33,6 +42,7 @@ void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& backgro
     if (!fadedOut_) {
         show();
         raise(); // above whatever was opened since
+        placeShown();
     }
 }
 
@@ -53,6 +63,12 @@ void CornerLabelView::moveTo(const QPointF& topLeft) {
         updateShape();
         update();
     }
+    placeShown();
+}
+
+void CornerLabelView::placeShown() {
+    if (placer_ && isVisible())
+        placer_->place(windowTitle(), label_.frame.toAlignedRect().topLeft());
 }
 
 void CornerLabelView::orderOut() {
@@ -89,6 +105,8 @@ QPainterPath CornerLabelView::shape() const {
 }
 
 void CornerLabelView::updateShape() {
+    if (placer_)
+        return;
     // Every pixel the shape touches at all, so that edges keep their antialiasing where
     // windows are composited, while without compositing the rounded ends' outside stays
     // clear instead of showing the window's transparent pixels as black. Worked out from

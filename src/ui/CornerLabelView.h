@@ -2,6 +2,7 @@
 
 #include "core/model/RgbColor.h"
 #include "core/overlay/CornerLabel.h"
+#include "core/overlay/WindowPlacer.h"
 
 #include <QColor>
 #include <QFont>
@@ -16,10 +17,15 @@ namespace deskmark {
 // and on every desktop, drawing the name over a capsule or square background. The
 // background's opacity is its own; the text is always drawn in its full colour. The text
 // goes where the layout put its baseline, which centres the glyphs' own extent.
+//
+// With a placer (Wayland), the window carries the placer's title for key, the window
+// manager puts it in place after every show and move, and its input region is empty, so
+// that clicks reach the windows below; the X11 shape cut is left out, as a Wayland
+// compositor always blends.
 class CornerLabelView : public QWidget {
     Q_OBJECT
 public:
-    CornerLabelView();
+    explicit CornerLabelView(WindowPlacer* placer = nullptr, const QString& key = {});
 
     // Draws the label at its frame and puts the window on screen (unless faded out).
     void setLabel(const CornerLabel& label, const RgbColor& background, double bgOpacity);
@@ -50,7 +56,10 @@ private:
     QPainterPath shape() const;
     // Clips the window to its background's shape.
     void updateShape();
+    // Asks the placer, if any, to put the shown window where its geometry says.
+    void placeShown();
 
+    WindowPlacer* placer_;
     CornerLabel label_;
     QFont font_;
     QColor background_;

@@ -71,7 +71,15 @@ QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& 
             held << actionTitle(key.action);
     }
     Row keys{localized("ホットキー", "Hot keys"), held.isEmpty(), {}, {}};
-    if (facts.hotKeys.isEmpty())
+    if (facts.keysBoundByWindowManager) {
+        keys.state = localized(
+            "Wayland ではプログラムがキーを取れないため、sway の設定の bindsym から deskmark "
+            "コマンドを呼びます。",
+            "Wayland lets no program grab keys: bindsym lines in sway's config run the deskmark "
+            "command.");
+        keys.remedy = localized("書く行は「ショートカット」に出ています。",
+                                "“Shortcuts” shows the lines to add.");
+    } else if (facts.hotKeys.isEmpty())
         keys.state = localized("ホットキーは設定されていません。", "No hot keys are set.");
     else if (held.isEmpty())
         keys.state = localized("設定したホットキー %1 個をすべて受け取っています。",

@@ -24,6 +24,8 @@ public:
         PanelItem panelItem = PanelItem::None;
         // The hot keys that are set, each grabbed or held by another program.
         QList<HotKeyState> hotKeys;
+        // The window manager's key bindings run the actions (Wayland): nothing is grabbed.
+        bool keysBoundByWindowManager = false;
         // "fcitx5" or "IBus"; empty when neither answers.
         QString inputMethod;
         bool compositor = false;
