@@ -74,7 +74,7 @@ private Q_SLOTS:
         QSet<quint32> reached;
         for (quint32 scanCode = 0; scanCode < 300; ++scanCode) {
             if (const std::optional<quint32> keyCode = wayland.keyCodeForScanCode(scanCode)) {
-                QVERIFY(HotKey{*keyCode, 0}.keyName() != QLatin1String("?"));
+                QVERIFY((HotKey{*keyCode, 0}.keyName() != QLatin1String("?")));
                 reached.insert(*keyCode);
             }
         }

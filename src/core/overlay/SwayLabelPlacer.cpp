@@ -16,10 +16,15 @@ SwayLabelPlacer::SwayLabelPlacer(WindowManagerCommands& commands, Scheduler& sch
     : QObject(parent), commands_(commands), scheduler_(scheduler), appID_(std::move(appID)) {}
 
 void SwayLabelPlacer::installRules() {
+    rules_ = Rules::Asked;
     const QString labels = criteria(QLatin1Char('^') + titlePrefix);
     commands_.runCommand(QStringLiteral("for_window %1 \"floating enable, sticky enable, border "
                                         "none\"; no_focus %1")
-                             .arg(labels));
+                             .arg(labels),
+                         [self = QPointer(this)](bool installed) {
+                             if (self)
+                                 self->rules_ = installed ? Rules::Installed : Rules::Missing;
+                         });
 }
 
 QString SwayLabelPlacer::windowTitle(const QString& key) const {
@@ -45,6 +50,8 @@ QString SwayLabelPlacer::criteria(const QString& titlePattern) const {
 
 void SwayLabelPlacer::attempt(const QString& title, const QPoint& topLeft, int tries,
                               quint64 generation) {
+    if (rules_ == Rules::Missing)
+        installRules();
     const QString command =
         criteria(QLatin1Char('^') + title + QLatin1Char('$')) +
         QStringLiteral(" floating enable, sticky enable, border none, move absolute position %1 %2")

@@ -15,11 +15,13 @@ class WindowManagerCommands;
 // Places the label windows on sway: floating, sticky (on every workspace of their
 // output), borderless, never focused, moved with `move absolute position`.
 //
-// installRules() adds, for windows of this application whose title starts with the
-// label prefix, a for_window rule (floating, sticky, no border) and a no_focus rule,
-// so that a label never lands tiled among the user's windows nor takes the focus when
-// it appears. Each placement names the window by its whole title and repeats the
-// floating and sticky commands, which also covers a label shown before the rules were in.
+// Before the first placement (and again after a refusal), the placer adds, for windows of
+// this application whose title starts with the label prefix, a for_window rule
+// (floating, sticky, no border) and a no_focus rule, so that a label never lands tiled
+// among the user's windows nor takes the focus when it appears; the window has just been
+// shown, and sway hears of it only after a round trip, so the rules come first. Each
+// placement names the window by its whole title and repeats the floating and sticky
+// commands, which also covers a window that sway mapped before the rules were in.
 // A window shown a moment ago may not be mapped yet: sway then finds no window, and the
 // placement is tried again every 50 ms for up to 2 s. A newer placement of the same
 // window replaces one still trying.
@@ -32,20 +34,22 @@ public:
     SwayLabelPlacer(WindowManagerCommands& commands, Scheduler& scheduler, QString appID,
                     QObject* parent = nullptr);
 
-    void installRules();
-
     // "deskmark-label:" and the key, whose characters other than letters, digits and "-"
     // are written as "_" and two hex digits, so that the title is its own pattern.
     QString windowTitle(const QString& key) const override;
     void place(const QString& title, const QPoint& topLeft) override;
 
 private:
+    enum class Rules { Missing, Asked, Installed };
+
+    void installRules();
     QString criteria(const QString& titlePattern) const;
     void attempt(const QString& title, const QPoint& topLeft, int tries, quint64 generation);
 
     WindowManagerCommands& commands_;
     Scheduler& scheduler_;
     QString appID_;
+    Rules rules_ = Rules::Missing;
     QHash<QString, quint64> generations_;
 };
 

@@ -6,7 +6,12 @@
 
 namespace deskmark {
 
-std::unique_ptr<StatusItem> createStatusItem(QObject* parent) {
+std::unique_ptr<StatusItem> createStatusItem(QObject* parent, bool xembedTray) {
+    if (!xembedTray) {
+        systemLog(QStringLiteral("Deskmark: status item: StatusNotifierItem (no XEmbed tray "
+                                 "outside X11)"));
+        return std::make_unique<StatusNotifierItem>(parent);
+    }
     if (StatusNotifierItem::watcherAvailable()) {
         systemLog(QStringLiteral("Deskmark: status item: StatusNotifierItem (the panel has a "
                                  "StatusNotifierWatcher)"));

@@ -1,0 +1,41 @@
+#include "platform/linux/SessionPlatform.h"
+
+#include "core/overlay/SwayLabelPlacer.h"
+#include "platform/linux/StatusItemFactory.h"
+#include "platform/linux/WaylandHotKeyRegistrar.h"
+#include "platform/linux/WaylandWindowMover.h"
+#include "platform/linux/X11Compositor.h"
+#include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/X11WindowMover.h"
+
+#include <QGuiApplication>
+
+namespace deskmark {
+
+SessionPlatform::SessionPlatform(Scheduler& scheduler)
+    : wayland_(QGuiApplication::platformName() == QLatin1String("wayland")),
+      backend_(scheduler) {
+    if (wayland_) {
+        hotKeys_ = std::make_unique<WaylandHotKeyRegistrar>();
+        windowMover_ = std::make_unique<WaylandWindowMover>();
+        if (WindowManagerCommands* sway = backend_.swayCommands())
+            labelPlacer_ = std::make_unique<SwayLabelPlacer>(
+                *sway, scheduler, QGuiApplication::desktopFileName());
+    } else {
+        hotKeys_ = std::make_unique<X11HotKeyRegistrar>();
+        windowMover_ = std::make_unique<X11WindowMover>();
+    }
+}
+
+SessionPlatform::~SessionPlatform() = default;
+
+WindowPlacer* SessionPlatform::labelPlacer() const { return labelPlacer_.get(); }
+
+bool SessionPlatform::isCompositing() const { return wayland_ || X11Compositor::isRunning(); }
+
+std::unique_ptr<StatusItem> SessionPlatform::createStatusItem(QObject* parent) const {
+    // XEmbed tray icons are an X11 protocol.
+    return deskmark::createStatusItem(parent, !wayland_);
+}
+
+} // namespace deskmark
