@@ -9,6 +9,7 @@ using namespace std::chrono_literals;
 
 namespace {
 const QString rules = QStringLiteral(
+    R"(for_window [app_id="app.id"] floating enable; )"
     R"(for_window [app_id="app.id" title="^deskmark-label:"] "floating enable, sticky enable, )"
     R"(border none"; no_focus [app_id="app.id" title="^deskmark-label:"])");
 

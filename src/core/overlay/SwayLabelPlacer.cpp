@@ -18,9 +18,10 @@ SwayLabelPlacer::SwayLabelPlacer(WindowManagerCommands& commands, Scheduler& sch
 void SwayLabelPlacer::installRules() {
     rules_ = Rules::Asked;
     const QString labels = criteria(QLatin1Char('^') + titlePrefix);
-    commands_.runCommand(QStringLiteral("for_window %1 \"floating enable, sticky enable, border "
-                                        "none\"; no_focus %1")
-                             .arg(labels),
+    // The panels and dialogs float too: none of them is meant to be a tile.
+    commands_.runCommand(QStringLiteral("for_window %1 floating enable; for_window %2 \"floating "
+                                        "enable, sticky enable, border none\"; no_focus %2")
+                             .arg(QStringLiteral("[app_id=\"%1\"]").arg(appID_), labels),
                          [self = QPointer(this)](bool installed) {
                              if (self)
                                  self->rules_ = installed ? Rules::Installed : Rules::Missing;

@@ -15,9 +15,10 @@ class WindowManagerCommands;
 // Places the label windows on sway: floating, sticky (on every workspace of their
 // output), borderless, never focused, moved with `move absolute position`.
 //
-// Before the first placement (and again after a refusal), the placer adds, for windows of
-// this application whose title starts with the label prefix, a for_window rule
-// (floating, sticky, no border) and a no_focus rule, so that a label never lands tiled
+// Before the first placement (and again after a refusal), the placer adds rules: every
+// window of this application floats (its panels and dialogs are no tiles), and windows
+// whose title starts with the label prefix are also sticky and borderless (for_window)
+// and never focused (no_focus), so that a label never lands tiled
 // among the user's windows nor takes the focus when it appears; the window has just been
 // shown, and sway hears of it only after a round trip, so the rules come first. Each
 // placement names the window by its whole title and repeats the floating and sticky

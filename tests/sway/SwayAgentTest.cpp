@@ -1,0 +1,187 @@
+#include "AgentSession.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRect>
+#include <QTest>
+
+namespace {
+
+QByteArray run(const QString& program, const QStringList& arguments, int* status = nullptr) {
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished(10000);
+    if (status)
+        *status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return process.readAllStandardOutput();
+}
+
+bool swayCommand(const QString& command) {
+    int status = 0;
+    run(QStringLiteral("swaymsg"), {command}, &status);
+    return status == 0;
+}
+
+QRect rectOf(const QJsonObject& node) {
+    const QJsonObject rect = node.value(QLatin1String("rect")).toObject();
+    return QRect(rect.value(QLatin1String("x")).toInt(), rect.value(QLatin1String("y")).toInt(),
+                 rect.value(QLatin1String("width")).toInt(),
+                 rect.value(QLatin1String("height")).toInt());
+}
+
+// Every window of the tree whose title starts with prefix, with the output it is on.
+struct Window {
+    QString title;
+    QString output;
+    QRect rect;
+    bool floating = false;
+    bool sticky = false;
+    bool focused = false;
+};
+void collect(const QJsonObject& node, const QString& prefix, QString output, QList<Window>& found) {
+    if (node.value(QLatin1String("type")).toString() == QLatin1String("output"))
+        output = node.value(QLatin1String("name")).toString();
+    const QString name = node.value(QLatin1String("name")).toString();
+    const QString type = node.value(QLatin1String("type")).toString();
+    if ((type == QLatin1String("con") || type == QLatin1String("floating_con")) &&
+        name.startsWith(prefix))
+        found << Window{name, output, rectOf(node), type == QLatin1String("floating_con"),
+                        node.value(QLatin1String("sticky")).toBool(),
+                        node.value(QLatin1String("focused")).toBool()};
+    for (const char* children : {"nodes", "floating_nodes"}) {
+        for (const QJsonValue child : node.value(QLatin1String(children)).toArray())
+            collect(child.toObject(), prefix, output, found);
+    }
+}
+QList<Window> windows(const QString& prefix) {
+    QList<Window> found;
+    collect(QJsonDocument::fromJson(run(QStringLiteral("swaymsg"), {"-r", "-t", "get_tree"}))
+                .object(),
+            prefix, QString(), found);
+    return found;
+}
+
+QString visibleWorkspace(const QString& output) {
+    const QJsonArray workspaces =
+        QJsonDocument::fromJson(run(QStringLiteral("swaymsg"), {"-r", "-t", "get_workspaces"}))
+            .array();
+    for (const QJsonValue workspace : workspaces) {
+        const QJsonObject object = workspace.toObject();
+        if (object.value(QLatin1String("output")).toString() == output &&
+            object.value(QLatin1String("visible")).toBool())
+            return object.value(QLatin1String("name")).toString();
+    }
+    return {};
+}
+
+const QString kLabelPrefix = QStringLiteral("deskmark-label:");
+const QRect kLeft(0, 0, 1280, 800);
+const QRect kRight(1280, 0, 1280, 800);
+
+} // namespace
+
+// The program in a headless sway with two outputs (tests/sway/swaysession.sh): the
+// workspaces over sway's IPC, the labels placed by sway, the panel item, switching, and
+// sway going away under it.
+class SwayAgentTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void diagnoseListsBothOutputsAndTheirWorkspaces() {
+        AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
+        agent.writeDataFile(QStringLiteral("names.json"), R"({"workspace:2":{"name":"Beta"}})");
+        QProcess diagnose;
+        diagnose.setProcessEnvironment(agent.processEnvironment());
+        diagnose.start(QStringLiteral(DESKMARK_PROGRAM), {QStringLiteral("--diagnose")});
+        QVERIFY(diagnose.waitForFinished(20000));
+        QCOMPARE(diagnose.exitCode(), 0);
+        const QJsonObject report = QJsonDocument::fromJson(diagnose.readAllStandardOutput()).object();
+        QCOMPARE(report.value(QLatin1String("backend")).toString(), QStringLiteral("sway"));
+        const QJsonArray displays = report.value(QLatin1String("displays")).toArray();
+        QCOMPARE(displays.size(), 2);
+        QStringList seen;
+        for (const QJsonValue display : displays) {
+            const QJsonObject object = display.toObject();
+            const QJsonArray spaces = object.value(QLatin1String("spaces")).toArray();
+            QCOMPARE(spaces.size(), 1);
+            seen << object.value(QLatin1String("rawDisplayID")).toString() + QLatin1Char('=') +
+                        spaces.first().toObject().value(QLatin1String("uuid")).toString() +
+                        QLatin1Char('/') +
+                        spaces.first().toObject().value(QLatin1String("project")).toString();
+        }
+        seen.sort();
+        QCOMPARE(seen, (QStringList{"HEADLESS-1=workspace:1/", "HEADLESS-2=workspace:2/Beta"}));
+    }
+
+    void labelsTitleAndSwitchingFollowSway() {
+        AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
+        agent.writeDataFile(QStringLiteral("names.json"),
+                            R"({"workspace:1":{"name":"Alpha"},"workspace:2":{"name":"Beta"},)"
+                            R"("workspace:3":{"name":"Gamma"}})");
+        QDir(agent.configFolder()).mkpath(QStringLiteral("Deskmark"));
+        QFile settings(agent.configFolder() + QStringLiteral("/Deskmark/settings.json"));
+        QVERIFY(settings.open(QIODevice::WriteOnly));
+        settings.write(R"({"cornerPositionRaw":"topRight","cornerMargin":12})");
+        settings.close();
+        QVERIFY2(agent.start(), agent.standardError().constData());
+        QVERIFY2(agent.waitForLabel([](const QString& label) { return label == "Alpha"; }),
+                 agent.standardError().constData());
+
+        // One label per output, floating and sticky in its top-right corner, never focused.
+        QTRY_COMPARE_WITH_TIMEOUT(windows(kLabelPrefix).size(), 2, 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [] {
+                for (const Window& label : windows(kLabelPrefix)) {
+                    const QRect output = label.output == QLatin1String("HEADLESS-1") ? kLeft : kRight;
+                    if (!label.floating || !label.sticky || label.focused ||
+                        label.rect.right() != output.right() - 12 || label.rect.top() != 12)
+                        return false;
+                }
+                return true;
+            }(),
+            5000);
+
+        // sway's own workspace changes are followed: the title and the labels.
+        QVERIFY(swayCommand(QStringLiteral("workspace 3")));
+        QVERIFY(agent.waitForLabel([](const QString& label) { return label == "Gamma"; }));
+        QTRY_COMPARE(windows(kLabelPrefix).size(), 2);
+        for (const Window& label : windows(kLabelPrefix))
+            QVERIFY(!label.focused);
+
+        // A click on a label reaches what lies below it: the label never takes the focus.
+        const Window left = windows(kLabelPrefix).first();
+        const QPoint centre = left.rect.center();
+        QVERIFY(swayCommand(QStringLiteral("seat - cursor set %1 %2").arg(centre.x()).arg(centre.y())));
+        QVERIFY(swayCommand(QStringLiteral("seat - cursor press button1")));
+        QVERIFY(swayCommand(QStringLiteral("seat - cursor release button1")));
+        QTest::qWait(300);
+        for (const Window& label : windows(kLabelPrefix))
+            QVERIFY(!label.focused);
+
+        const QString shot = QStringLiteral(SCREENSHOT_FOLDER "/sway-labels.png");
+        QFile::remove(shot);
+        int status = 0;
+        run(QStringLiteral("grim"), {shot}, &status);
+        QCOMPARE(status, 0);
+
+        // Switching asks sway through the same socket.
+        QVERIFY(switchTo(agent, QStringLiteral("Alpha")));
+        QTRY_COMPARE(visibleWorkspace(QStringLiteral("HEADLESS-1")), QStringLiteral("1"));
+        QVERIFY(agent.waitForLabel([](const QString& label) { return label == "Alpha"; }));
+
+        // sway goes away: Qt's Wayland plugin ends the program, which must not crash.
+        QVERIFY(swayCommand(QStringLiteral("exit")));
+        QTRY_VERIFY_WITH_TIMEOUT(!agent.isRunning(), 10000);
+        const QByteArray errors = agent.standardError();
+        QVERIFY2(!errors.contains("Sanitizer") && !errors.contains("runtime error"),
+                 errors.constData());
+        QCOMPARE(agent.exitStatus(), QProcess::NormalExit);
+    }
+};
+
+QTEST_GUILESS_MAIN(SwayAgentTest)
+#include "SwayAgentTest.moc"
