@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libqt6dbus6
   libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-keysyms1-dev libxcb-xkb-dev
   libglib2.0-dev libicu-dev
-  xvfb openbox wmctrl xdotool x11-xserver-utils x11-utils imagemagick
+  xvfb openbox i3-wm wmctrl xdotool x11-xserver-utils x11-utils imagemagick
   dbus dbus-x11 trayer
   xterm thunar desktop-file-utils at-spi2-core
   fonts-noto-cjk fonts-dejavu-core

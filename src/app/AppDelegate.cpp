@@ -7,6 +7,7 @@
 #include "core/bookmarks/AppCandidateStore.h"
 #include "core/bookmarks/BookmarkOpener.h"
 #include "core/model/AppFolders.h"
+#include "core/spaces/WindowServer.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxSessionFacts.h"
 #include "platform/linux/StatusItemFactory.h"
@@ -57,7 +58,7 @@ AppDelegate::AppDelegate(QObject* parent)
       settings_(settingsFile_, linuxDefaults(loginItem_)),
       projectStore_(AppFolders::dataFolder()),
       presetStore_(AppFolders::dataFolder()),
-      spaceStore_(windowServer_),
+      spaceStore_(windowServer_.windowServer()),
       appCandidates_(std::make_unique<AppCandidateStore>(workspace_, settings_)) {
     BookmarkOpener::install(workspace_, windowMover_, captureSource_, scheduler_);
 }
@@ -156,7 +157,7 @@ void AppDelegate::buildStatusItem() {
 }
 
 void AppDelegate::installObservers() {
-    connections_ << connect(&windowServer_, &WindowServer::activeSpaceChanged, this,
+    connections_ << connect(&windowServer_.windowServer(), &WindowServer::activeSpaceChanged, this,
                             &AppDelegate::activeSpaceDidChange);
 
     const auto watchScreen = [this](QScreen* screen) {
@@ -281,7 +282,7 @@ void AppDelegate::openSettings() {
             return entries;
         };
         settingsWindow_ = new SettingsWindow(SettingsContext{
-            settings_, projectStore_, presetStore_, spaceStore_, windowServer_, hotKeyRegistrar_,
+            settings_, projectStore_, presetStore_, spaceStore_, windowServer_.windowServer(), hotKeyRegistrar_,
             *appCandidates_, pagerNames_, displays,
             [this] {
                 return LinuxSessionFacts::gather(spaceStore_, settings_, hotKeys_, hotKeyManager_,

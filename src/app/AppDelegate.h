@@ -23,7 +23,7 @@
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
 #include "platform/linux/X11WindowMover.h"
-#include "platform/linux/X11WindowServer.h"
+#include "platform/linux/WindowServerBackend.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/QtCornerLabelWindows.h"
 #include "ui/QtLabelTextMeasurer.h"
@@ -124,10 +124,10 @@ private:
     SettingsStore settings_;
     ProjectStore projectStore_;
     PresetStore presetStore_;
-    X11WindowServer windowServer_;
+    WindowServerBackend windowServer_{scheduler_};
     SpaceStore spaceStore_;
     SwitchDebugLog switchLog_;
-    DirectSwitchDriver switchDriver_{windowServer_, spaceStore_, scheduler_, switchLog_};
+    DirectSwitchDriver switchDriver_{windowServer_.requester(), spaceStore_, scheduler_, switchLog_};
     SpaceSwitcher switcher_{spaceStore_, projectStore_, switchDriver_, scheduler_, switchLog_};
     AppearanceApplier appearance_;
     SpaceHistory history_;
@@ -141,7 +141,8 @@ private:
     QPointer<NameEditorWindow> nameEditor_;
     // Made on first use and kept, hidden when closed, so it reopens on its last pane.
     QPointer<SettingsWindow> settingsWindow_;
-    PagerNameSync pagerNames_{settings_, projectStore_, spaceStore_, windowServer_, windowServer_};
+    PagerNameSync pagerNames_{settings_, projectStore_, spaceStore_, windowServer_.windowServer(),
+                              windowServer_.namer()};
     QPointer<SpaceSwitcherPanel> switcherPanel_;
     DBusInputSourceSwitcher inputSource_;
 

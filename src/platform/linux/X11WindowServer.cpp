@@ -1,7 +1,7 @@
 #include "platform/linux/X11WindowServer.h"
 
 #include "core/app/SystemLog.h"
-#include "platform/linux/MonitorIdentity.h"
+#include "core/spaces/MonitorIdentity.h"
 #include "platform/linux/X11RootClient.h"
 
 #include <QVariantList>
