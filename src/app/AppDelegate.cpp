@@ -10,8 +10,6 @@
 #include "core/spaces/WindowServer.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxSessionFacts.h"
-#include "platform/linux/StatusItemFactory.h"
-#include "platform/linux/X11Compositor.h"
 #include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
 #include "ui/SpaceSwitcherPanel.h"
@@ -143,7 +141,8 @@ void AppDelegate::updateStatusTitle() {
 
 void AppDelegate::buildStatusItem() {
     menu_ = std::make_unique<StatusMenu>();
-    statusItem_ = createStatusItem();
+    menu_->setKeysBoundByWindowManager(hotKeyRegistrar_.boundByWindowManager());
+    statusItem_ = platform_.createStatusItem();
     statusItem_->setMenu(menu_.get());
 
     connect(menu_->nameAction(), &QAction::triggered, this, &AppDelegate::nameCurrent);
@@ -286,7 +285,7 @@ void AppDelegate::openSettings() {
             *appCandidates_, pagerNames_, displays,
             [this] {
                 return LinuxSessionFacts::gather(spaceStore_, settings_, hotKeys_, hotKeyManager_,
-                                                 inputSource_);
+                                                 inputSource_, platform_);
             },
             [] { return Relaunch::start(); }});
     }
@@ -327,7 +326,7 @@ void AppDelegate::showSpaceSwitcher() {
         return presetStore_.colors(project->presetID);
     };
     switcherPanel_ =
-        new SpaceSwitcherPanel(std::move(controller), colors, X11Compositor::isRunning());
+        new SpaceSwitcherPanel(std::move(controller), colors, platform_.isCompositing());
     switcherPanel_->present(screen->availableGeometry());
     inputSource_.switchToASCIIInput();
 }

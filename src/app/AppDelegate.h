@@ -21,8 +21,7 @@
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxCaptureSource.h"
 #include "platform/linux/SettingsFile.h"
-#include "platform/linux/X11HotKeyRegistrar.h"
-#include "platform/linux/X11WindowMover.h"
+#include "platform/linux/SessionPlatform.h"
 #include "platform/linux/WindowServerBackend.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/QtCornerLabelWindows.h"
@@ -124,7 +123,9 @@ private:
     SettingsStore settings_;
     ProjectStore projectStore_;
     PresetStore presetStore_;
-    WindowServerBackend windowServer_{scheduler_};
+    // The pieces that differ between X11 and Wayland sessions.
+    SessionPlatform platform_{scheduler_};
+    WindowServerBackend& windowServer_{platform_.backend()};
     SpaceStore spaceStore_;
     SwitchDebugLog switchLog_;
     DirectSwitchDriver switchDriver_{windowServer_.requester(), spaceStore_, scheduler_, switchLog_};
@@ -148,20 +149,20 @@ private:
 
     // The bookmark opener's desktop services, the application candidates and the popup.
     GioWorkspace workspace_;
-    X11WindowMover windowMover_;
-    LinuxCaptureSource captureSource_{workspace_};
+    WindowMover& windowMover_{platform_.windowMover()};
+    LinuxCaptureSource captureSource_{workspace_, platform_.readsX11Windows()};
     std::unique_ptr<AppCandidateStore> appCandidates_;
     std::unique_ptr<BookmarkPopupCoordinator> bookmarkPopup_;
 
     // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
-    X11HotKeyRegistrar hotKeyRegistrar_;
+    HotKeyRegistrar& hotKeyRegistrar_{platform_.hotKeyRegistrar()};
     HotKeyManager hotKeyManager_{hotKeyRegistrar_};
     HotKeyBindings hotKeys_{settings_, hotKeyManager_};
 
     // The corner labels; the controller is made on first use.
     QtScreenProvider screens_;
     QtLabelTextMeasurer labelMeasurer_;
-    QtCornerLabelWindows cornerWindows_;
+    QtCornerLabelWindows cornerWindows_{platform_.labelPlacer()};
     std::unique_ptr<CornerOverlayController> cornerOverlay_;
 };
 

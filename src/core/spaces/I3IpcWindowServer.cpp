@@ -9,6 +9,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <utility>
 
 namespace deskmark {
 
@@ -27,7 +28,42 @@ bool I3IpcWindowServer::requestSpace(const QString& displayUUID, int index) {
     const std::optional<QString> name = layout_.workspaceName(displayUUID, index);
     if (!name || !connected_)
         return false;
-    return channel_.write(I3IpcCodec::encode(I3IpcCodec::RunCommand, workspaceCommand(*name)));
+    return sendCommand(workspaceCommand(*name), {});
+}
+
+void I3IpcWindowServer::runCommand(const QString& command, std::function<void(bool)> done) {
+    if (!connected_ || !sendCommand(command.toUtf8(), done)) {
+        if (done)
+            done(false);
+    }
+}
+
+bool I3IpcWindowServer::sendCommand(const QByteArray& command, std::function<void(bool)> done) {
+    if (!channel_.write(I3IpcCodec::encode(I3IpcCodec::RunCommand, command)))
+        return false;
+    unansweredCommands_.append(std::move(done));
+    return true;
+}
+
+// The answer holds one result per command of the line.
+void I3IpcWindowServer::commandAnswered(const QByteArray& payload) {
+    if (unansweredCommands_.isEmpty())
+        return;
+    const std::function<void(bool)> done = unansweredCommands_.takeFirst();
+    if (!done)
+        return;
+    const QJsonArray results = QJsonDocument::fromJson(payload).array();
+    done(!results.isEmpty() && std::all_of(results.begin(), results.end(), [](const QJsonValue& result) {
+        return result.toObject().value(QLatin1String("success")).toBool();
+    }));
+}
+
+void I3IpcWindowServer::failUnansweredCommands() {
+    const QList<std::function<void(bool)>> unanswered = std::exchange(unansweredCommands_, {});
+    for (const std::function<void(bool)>& done : unanswered) {
+        if (done)
+            done(false);
+    }
 }
 
 bool I3IpcWindowServer::setDesktopNames(const QStringList& names) {
@@ -83,6 +119,7 @@ void I3IpcWindowServer::closed() {
                             .arg(windowManager_));
     reportedLoss_ = true;
     connected_ = false;
+    failUnansweredCommands();
     scheduler_.after(retryDelay_, this, [this] { channel_.open(); });
     retryDelay_ = std::min(retryDelay_ * 2, kLongestRetry);
 }
@@ -115,8 +152,11 @@ void I3IpcWindowServer::handle(const I3IpcCodec::Message& message) {
         if (!QJsonDocument::fromJson(message.payload).object().value(QLatin1String("success")).toBool())
             systemLog(QStringLiteral("Deskmark: %1 がイベントの購読を断った").arg(windowManager_));
         break;
+    case I3IpcCodec::RunCommand:
+        commandAnswered(message.payload);
+        break;
     default:
-        break; // a command's outcome shows in the layout, which the switch engine checks
+        break;
     }
 }
 

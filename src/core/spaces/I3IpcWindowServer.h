@@ -3,6 +3,7 @@
 #include "core/spaces/DesktopNamer.h"
 #include "core/spaces/I3IpcCodec.h"
 #include "core/spaces/I3Layout.h"
+#include "core/spaces/WindowManagerCommands.h"
 #include "core/spaces/WindowServer.h"
 #include "core/switcher/SpaceRequester.h"
 
@@ -29,7 +30,13 @@ class Scheduler;
 // Switching: the `workspace` command shows a workspace on its output and focuses that
 // output. Workspace names are the Spaces' identities, so i3 has no desktop names of its
 // own to rewrite: the names read are the workspace names, and writing is refused.
-class I3IpcWindowServer : public WindowServer, public SpaceRequester, public DesktopNamer {
+//
+// Other commands (runCommand) go over the same socket; their answers come back in the
+// order they were asked, and a connection that closes fails the ones still unanswered.
+class I3IpcWindowServer : public WindowServer,
+                          public SpaceRequester,
+                          public DesktopNamer,
+                          public WindowManagerCommands {
     Q_OBJECT
 public:
     static constexpr std::chrono::milliseconds kFirstRetry{100};
@@ -57,6 +64,8 @@ public:
     QStringList desktopNames() const override { return layout_.firstDisplayWorkspaces(); }
     bool setDesktopNames(const QStringList& names) override;
 
+    void runCommand(const QString& command, std::function<void(bool)> done = {}) override;
+
     // The command that shows a workspace, with its name quoted for the command parser.
     static QByteArray workspaceCommand(const QString& name);
 
@@ -66,6 +75,10 @@ private:
     void closed();
     void handle(const I3IpcCodec::Message& message);
     void ask(quint32 type);
+    // Sends a command whose answer goes to done; false when it could not be sent.
+    bool sendCommand(const QByteArray& command, std::function<void(bool)> done);
+    void commandAnswered(const QByteArray& payload);
+    void failUnansweredCommands();
     void answered(quint32 type);
 
     // A question that is on its way; an event meanwhile asks it again once answered.
@@ -87,6 +100,7 @@ private:
     bool connected_ = false;
     bool reportedLoss_ = false;
     bool reportedNaming_ = false;
+    QList<std::function<void(bool)>> unansweredCommands_;
     Question outputsQuestion_;
     Question workspacesQuestion_;
     std::chrono::milliseconds retryDelay_ = kFirstRetry;

@@ -6,7 +6,7 @@
 #include "core/spaces/SpaceStore.h"
 #include "platform/linux/DBusInputSourceSwitcher.h"
 #include "platform/linux/StatusNotifierItem.h"
-#include "platform/linux/X11Compositor.h"
+#include "platform/linux/SessionPlatform.h"
 
 #include <QSystemTrayIcon>
 
@@ -15,7 +15,7 @@ namespace deskmark {
 PermissionsPaneModel::SessionFacts
 LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& settings,
                           const HotKeyBindings& bindings, const HotKeyManager& manager,
-                          DBusInputSourceSwitcher& inputMethods) {
+                          DBusInputSourceSwitcher& inputMethods, SessionPlatform& platform) {
     using Model = PermissionsPaneModel;
     Model::SessionFacts facts;
     const QList<CGSDisplay> displays = spaces.displays();
@@ -30,7 +30,8 @@ LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& setting
                                                 manager.isRegistered(bindings.token(action))};
     }
     facts.inputMethod = inputMethods.framework();
-    facts.compositor = X11Compositor::isRunning();
+    facts.keysBoundByWindowManager = platform.hotKeyRegistrar().boundByWindowManager();
+    facts.compositor = platform.isCompositing();
     return facts;
 }
 

@@ -62,6 +62,10 @@ DesktopNamer& WindowServerBackend::namer() {
     return ipc_ ? static_cast<DesktopNamer&>(*ipc_) : *ewmh_;
 }
 
+WindowManagerCommands* WindowServerBackend::swayCommands() {
+    return kind_ == Kind::Sway ? ipc_.get() : nullptr;
+}
+
 bool WindowServerBackend::waitForLayout(std::chrono::milliseconds timeout) {
     if (!ipc_ || ipc_->hasLayout())
         return true;
