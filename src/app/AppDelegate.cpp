@@ -73,6 +73,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     buildStatusItem();
     updateStatusTitle();
     setupHotKeys();
+    publishCommandInterface();
     appCandidates_->refreshInBackground();
     recordSpaceHistory();
     installObservers();
@@ -387,15 +388,15 @@ void AppDelegate::quit() { QCoreApplication::quit(); }
 // Each hot key does what its menu item does; the items of windows that are not built
 // yet stay inert until their owners connect them.
 void AppDelegate::setupHotKeys() {
-    const auto triggerItem = [this](HotKeyAction action) {
-        return [this, action] { menu_->actionFor(action)->trigger(); };
+    const auto perform = [this](HotKeyAction action) {
+        return [this, action] { performAction(action); };
     };
     HotKeyBindings::Actions actions;
-    actions.nameCurrent = triggerItem(HotKeyAction::Name);
-    actions.quickApplyNextPreset = [this] { quickApplyNextPreset(); };
-    actions.openSettings = triggerItem(HotKeyAction::Settings);
-    actions.showBookmarks = triggerItem(HotKeyAction::Bookmark);
-    actions.showSpaceSwitcher = triggerItem(HotKeyAction::Switcher);
+    actions.nameCurrent = perform(HotKeyAction::Name);
+    actions.quickApplyNextPreset = perform(HotKeyAction::Preset);
+    actions.openSettings = perform(HotKeyAction::Settings);
+    actions.showBookmarks = perform(HotKeyAction::Bookmark);
+    actions.showSpaceSwitcher = perform(HotKeyAction::Switcher);
     hotKeys_.setAdvanceOpenSwitcher([this] { return advanceOpenSwitcher(); });
     hotKeys_.setup(std::move(actions),
                    [this](HotKeyAction action, const std::optional<HotKey>& key) {

@@ -17,6 +17,7 @@
 #include "core/switcher/SwitchDebugLog.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/DBusControlService.h"
 #include "platform/linux/DBusInputSourceSwitcher.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxCaptureSource.h"
@@ -116,6 +117,12 @@ private:
     void showAbout();
     void quit();
     void setupHotKeys();
+    // What a hot key, and the command line, starts: the action's menu item, or the next
+    // preset.
+    void performAction(HotKeyAction action);
+    // The command line's way in (AppDelegateCommands.cpp).
+    void publishCommandInterface();
+    bool switchToProject(const QString& name);
 
     QtScheduler scheduler_;
     SettingsFile settingsFile_;
@@ -158,6 +165,7 @@ private:
     HotKeyRegistrar& hotKeyRegistrar_{platform_.hotKeyRegistrar()};
     HotKeyManager hotKeyManager_{hotKeyRegistrar_};
     HotKeyBindings hotKeys_{settings_, hotKeyManager_};
+    std::unique_ptr<DBusControlService> commandInterface_;
 
     // The corner labels; the controller is made on first use.
     QtScreenProvider screens_;

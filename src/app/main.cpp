@@ -1,10 +1,12 @@
 #include "app/AppDelegate.h"
+#include "core/app/CommandLine.h"
 #include "core/app/DiagnosticsReport.h"
 #include "core/app/Language.h"
 #include "core/app/QtScheduler.h"
 #include "core/model/AppFolders.h"
 #include "core/model/StoreFile.h"
 #include "core/spaces/DesktopNamer.h"
+#include "platform/linux/DBusControlClient.h"
 #include "platform/linux/DesktopNotification.h"
 #include "platform/linux/InstanceLock.h"
 #include "platform/linux/SettingsFile.h"
@@ -15,6 +17,8 @@
 #include <QJsonDocument>
 #include <QScreen>
 #include <QTextStream>
+
+#include <cstdio>
 
 using namespace deskmark;
 
@@ -54,16 +58,28 @@ void chooseLanguage() {
         setting.toString(), Language::preferredLanguagesFromEnvironment()));
 }
 
-} // namespace
+void print(std::FILE* stream, const QString& text) {
+    const QByteArray bytes = text.toLocal8Bit();
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+    std::fflush(stream);
+}
 
-int main(int argc, char* argv[]) {
+// A command for the running agent: one call on the session bus, no windows, no lock.
+int sendToAgent(int argc, char* argv[], const CommandLine& command) {
+    const QCoreApplication app(argc, argv);
+    QString detail;
+    const CommandLine::Reply reply = DBusControlClient::send(command, &detail);
+    const CommandLine::Report report = command.report(reply, detail);
+    print(stderr, report.message);
+    return report.exitCode;
+}
+
+int runAgent(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Deskmark"));
     QApplication::setApplicationVersion(QStringLiteral(DESKMARK_VERSION));
-    if (QApplication::arguments().contains(QStringLiteral("--diagnose")))
-        return diagnose();
-
-    chooseLanguage();
+    // Also the Wayland app_id, by which sway's rules find Deskmark's windows.
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.deskmark.Deskmark"));
     const QString settingsPath = AppFolders::configFolder() + QStringLiteral("/settings.json");
     const QString dataFolder = AppFolders::dataFolder();
     // Holding the lock, this is the only instance: no one else is writing the stores.
@@ -86,4 +102,36 @@ int main(int argc, char* argv[]) {
                      &AppDelegate::applicationWillTerminate);
     delegate.applicationDidFinishLaunching();
     return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    // The language first: every text below, the command line's included, depends on it.
+    chooseLanguage();
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    const CommandLine command = CommandLine::parse(arguments);
+    switch (command.mode()) {
+    case CommandLine::Mode::Help:
+        print(stdout, CommandLine::helpText());
+        return CommandLine::kExitOK;
+    case CommandLine::Mode::Version:
+        print(stdout, CommandLine::versionText());
+        return CommandLine::kExitOK;
+    case CommandLine::Mode::Invalid:
+        print(stderr, command.usageErrorText());
+        return CommandLine::kExitUsage;
+    case CommandLine::Mode::Diagnose: {
+        const QApplication app(argc, argv);
+        return diagnose();
+    }
+    case CommandLine::Mode::Action:
+    case CommandLine::Mode::Switch:
+        return sendToAgent(argc, argv, command);
+    case CommandLine::Mode::Agent:
+        break;
+    }
+    return runAgent(argc, argv);
 }

@@ -75,8 +75,8 @@ bool AgentSession::start(int timeoutMs) {
            !itemService_.isEmpty();
 }
 
-QProcess* AgentSession::runSecondCopy() {
-    second_.start(program_, {});
+QProcess* AgentSession::runSecondCopy(const QStringList& arguments) {
+    second_.start(program_, arguments);
     second_.waitForFinished(10000);
     return &second_;
 }

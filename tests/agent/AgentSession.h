@@ -27,8 +27,9 @@ public:
 
     // Starts the program; returns whether its status item registered within the timeout.
     bool start(int timeoutMs = 10000);
-    // Runs a second copy with the same folders and waits for it to end.
-    QProcess* runSecondCopy();
+    // Runs a second copy with the same folders and those arguments, and waits for it to
+    // end.
+    QProcess* runSecondCopy(const QStringList& arguments = {});
     qint64 pid() const { return process_.processId(); }
     bool isRunning() const { return process_.state() == QProcess::Running; }
     QByteArray standardError() { return stderr_ += process_.readAllStandardError(); }

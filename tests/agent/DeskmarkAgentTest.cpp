@@ -128,6 +128,58 @@ private Q_SLOTS:
         QCOMPARE(currentDesktop(), 0);
     }
 
+    // The command line as a window manager's key bindings use it: each call reaches the
+    // running agent over the session bus and ends; none takes the instance lock.
+    void commandLineDrivesTheRunningAgent() {
+        AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
+        agent.writeDataFile(QStringLiteral("names.json"),
+                            R"({"desktop-1":{"name":"Mail"},"desktop-2":{"name":"Docs"},)"
+                            R"("desktop-3":{"name":"dev-server"}})");
+        const auto run = [&agent](const QStringList& arguments, int status,
+                                  const QByteArray& message = {}) {
+            QProcess* command = agent.runSecondCopy(arguments);
+            const QByteArray error = command->readAllStandardError();
+            return command->exitStatus() == QProcess::NormalExit &&
+                   command->exitCode() == status && error == message;
+        };
+        QVERIFY(run({"switcher"}, 1, "Deskmark is not running.\n"));
+        QVERIFY(run({"switch", "--bogus"}, 2,
+                    "deskmark: unknown option '--bogus'\n"
+                    "Try 'deskmark --help' for more information.\n"));
+        QVERIFY(!QFile::exists(agent.dataFolder() + QStringLiteral("/.instance.lock")));
+        // Help and version need neither a display nor a bus.
+        QProcess bare;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+        bare.setProcessEnvironment(environment);
+        bare.start(QStringLiteral(DESKMARK_PROGRAM), {QStringLiteral("--version")});
+        QVERIFY(bare.waitForFinished(5000));
+        QCOMPARE(bare.readAllStandardOutput(), QByteArray("Deskmark " DESKMARK_VERSION "\n"));
+        bare.start(QStringLiteral(DESKMARK_PROGRAM), {QStringLiteral("--help")});
+        QVERIFY(bare.waitForFinished(5000));
+        QCOMPARE(bare.exitCode(), 0);
+        QVERIFY(bare.readAllStandardOutput().contains("switch NAME"));
+
+        QVERIFY2(agent.start(), agent.standardError().constData());
+        QTRY_COMPARE(agent.label(), QStringLiteral("Mail"));
+        QVERIFY(run({"switch", "DEV-SERVER"}, 0));
+        QTRY_COMPARE(currentDesktop(), 2);
+        QVERIFY(agent.waitForLabel([](const QString& label) { return label == "dev-server"; }));
+        QVERIFY(run({"switch", "dev"}, 1, "No Space has a project called \"dev\".\n"));
+
+        // The switcher opens on the desktop one came from; asked again, it moves on by one.
+        QVERIFY(run({"switcher"}, 0));
+        QTRY_VERIFY(switcherShown());
+        QVERIFY(run({"switcher"}, 0));
+        QTest::qWait(200);
+        QVERIFY(xdotool({"key", "Return"}));
+        QTRY_COMPARE(currentDesktop(), 1);
+        QTRY_VERIFY(!switcherShown());
+        QVERIFY(agent.isRunning());
+        QVERIFY(wmctrl({"-s", "0"}));
+    }
+
     void secondCopyReportsAndLeavesTheFirstRunning() {
         AgentSession agent(QStringLiteral(DESKMARK_PROGRAM));
         QVERIFY2(agent.start(), agent.standardError().constData());

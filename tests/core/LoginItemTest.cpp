@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -73,9 +74,10 @@ private Q_SLOTS:
         const QList<QByteArray> lines = readFile(item.filePath()).split('\n');
         QCOMPARE(lines.first(), QByteArray("[Desktop Entry]"));
         for (const char* line :
-             {"Type=Application", "Name=Deskmark", "NoDisplay=true",
+             {"Type=Application", "Name=Deskmark", "Icon=io.github.deskmark.Deskmark",
               "X-GNOME-Autostart-enabled=true", "Exec=\"/opt/Desk Mark/deskmark\""})
             QVERIFY2(lines.contains(line), line);
+        QCOMPARE(QProcess::execute("desktop-file-validate", {item.filePath()}), 0);
 
         writeFile(item.filePath(), "[Desktop Entry]\nExec=/old/deskmark\nHidden=true\n");
         item.apply(true); // switched off by the desktop: written anew
@@ -95,6 +97,26 @@ private Q_SLOTS:
                                                               QStringLiteral(".+")));
         item.apply(true);
         QVERIFY(!item.isEnabled());
+    }
+
+    // An installed copy is started by its name, so that the entry keeps working when the
+    // copy moves along the PATH; any other copy by its full path.
+    void launchCommandNamesTheCopyThePathFinds() {
+        QTemporaryDir dir;
+        QVERIFY(QDir().mkpath(dir.filePath("bin")) && QDir().mkpath(dir.filePath("build")));
+        for (const char* path : {"bin/deskmark", "build/deskmark"}) {
+            writeFile(dir.filePath(path), "#!/bin/sh\n");
+            QVERIFY(QFile::setPermissions(dir.filePath(path),
+                                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        }
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(dir.filePath("bin")) + ":/usr/bin");
+        QCOMPARE(AutostartLoginItem::launchCommand(dir.filePath("bin/deskmark")), "deskmark");
+        QCOMPARE(AutostartLoginItem::launchCommand(dir.filePath("build/deskmark")),
+                 dir.filePath("build/deskmark"));
+        QCOMPARE(AutostartLoginItem::launchCommand(dir.filePath("bin/../bin/deskmark")),
+                 "deskmark");
+        qputenv("PATH", path);
     }
 
     void execValueQuotesAndEscapes_data() {

@@ -92,6 +92,29 @@ private Q_SLOTS:
         QCOMPARE(panel.names(), names);
     }
 
+    // A switch by project name goes to the first Space of that project in the order the
+    // switcher lists Spaces; letter case aside, the whole name must match.
+    void switchByProjectNameTakesTheFirstTileInSwitcherOrder() {
+        Panel panel;
+        const QUuid mail = panel.projects.projectForSpace("b1")->id;
+        panel.projects.assign(mail, "a3"); // D1 is listed before D2
+        const QList<CGSDisplay> displays{display("D1", {"a1", "a2", "a3"}, "a3"),
+                                         display("D2", {"b1", "b2"}, "b1")};
+        const auto found = [&](const QString& name) {
+            const auto tile =
+                SpaceSwitcherController::firstTileOfProject(displays, panel.projects, name);
+            return tile ? tile->spaceUUID + "@" + tile->displayUUID : QString("none");
+        };
+        QCOMPARE(found("mAIL"), QString("a3@D1"));
+        QCOMPARE(found("DEV-SERVER"), QString("a2@D1"));
+        QCOMPARE(found("dev"), QString("none"));       // no partial names
+        QCOMPARE(found("Desktop 1"), QString("none")); // only projects' names
+        QCOMPARE(found(""), QString("none"));
+        // A project whose Spaces are all gone from the layout is not found.
+        QVERIFY(!SpaceSwitcherController::firstTileOfProject({display("D1", {"a1"}, "a1")},
+                                                             panel.projects, "Mail"));
+    }
+
     void initialSelection_data() {
         QTest::addColumn<Previous>("previous");
         QTest::addColumn<std::optional<QString>>("active");

@@ -3,6 +3,8 @@
 #include "core/app/Language.h"
 #include "core/model/ProjectStore.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 #include <cmath>
@@ -15,20 +17,40 @@ SpaceSwitcherController::SpaceSwitcherController(const QList<CGSDisplay>& displa
                                                  const QHash<QString, QString>& previous,
                                                  QPointF mouseAtOpen, Callbacks callbacks,
                                                  QObject* parent)
-    : QObject(parent), mouseAtOpen_(mouseAtOpen), callbacks_(std::move(callbacks)) {
+    : QObject(parent), entries_(tiles(displays, projects)), mouseAtOpen_(mouseAtOpen),
+      callbacks_(std::move(callbacks)) {
+    for (const Tile& tile : std::as_const(entries_))
+        entryBySpace_.insert(tile.spaceUUID, tile.id);
+    selectedID_ = initialSelection(displays, activeDisplayUUID, previous);
+}
+
+QList<SpaceSwitcherController::Tile> SpaceSwitcherController::tiles(
+    const QList<CGSDisplay>& displays, const ProjectStore& projects) {
+    QList<Tile> result;
+    QSet<QString> listed;
     for (const CGSDisplay& display : displays) {
         for (qsizetype i = 0; i < display.spaces.size(); ++i) {
             const QString& space = display.spaces[i].uuid;
-            if (entryBySpace_.contains(space))
+            if (listed.contains(space))
                 continue;
-            const QString id = display.displayUUID + QLatin1Char('/') + space;
+            listed.insert(space);
             const QString name = projects.nameForSpace(space).value_or(
                 localized("デスクトップ %1", "Desktop %1").arg(i + 1));
-            entries_ << Tile{id, space, display.displayUUID, name};
-            entryBySpace_.insert(space, id);
+            result << Tile{display.displayUUID + QLatin1Char('/') + space, space,
+                           display.displayUUID, name};
         }
     }
-    selectedID_ = initialSelection(displays, activeDisplayUUID, previous);
+    return result;
+}
+
+std::optional<SpaceSwitcherController::Tile> SpaceSwitcherController::firstTileOfProject(
+    const QList<CGSDisplay>& displays, const ProjectStore& projects, const QString& name) {
+    for (const Tile& tile : tiles(displays, projects)) {
+        const std::optional<QString> project = projects.nameForSpace(tile.spaceUUID);
+        if (project && project->compare(name, Qt::CaseInsensitive) == 0)
+            return tile;
+    }
+    return std::nullopt;
 }
 
 std::optional<QString> SpaceSwitcherController::initialSelection(

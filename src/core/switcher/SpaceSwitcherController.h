@@ -41,6 +41,15 @@ public:
                             const QHash<QString, QString>& previous, QPointF mouseAtOpen,
                             Callbacks callbacks, QObject* parent = nullptr);
 
+    // The tiles of those displays in the switcher's order: display by display, each
+    // display's Spaces in order, a Space that an earlier display lists left out.
+    static QList<Tile> tiles(const QList<CGSDisplay>& displays, const ProjectStore& projects);
+    // The first of those tiles whose Space's project is called `name`, letter case aside:
+    // where a switch by project name goes.
+    static std::optional<Tile> firstTileOfProject(const QList<CGSDisplay>& displays,
+                                                  const ProjectStore& projects,
+                                                  const QString& name);
+
     const QList<Tile>& entries() const { return entries_; }
     QList<Tile> visible() const;
     const QString& query() const { return query_; }

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QStandardPaths>
 
 namespace deskmark {
 
@@ -76,13 +77,23 @@ QByteArray AutostartLoginItem::desktopEntry(const QString& executablePath) {
     return QByteArrayLiteral("[Desktop Entry]\n"
                              "Type=Application\n"
                              "Name=Deskmark\n"
-                             "Comment=Shows the name of the current virtual desktop\n"
+                             "Comment=Name your virtual desktops and switch between them by name\n"
+                             "Comment[ja]=仮想デスクトップに名前を付け、名前で切り替える\n"
+                             "Icon=io.github.deskmark.Deskmark\n"
                              "Exec=") +
-           execValue(executablePath).toUtf8() +
+           launchCommand(executablePath).toUtf8() +
            QByteArrayLiteral("\n"
                              "Terminal=false\n"
-                             "NoDisplay=true\n"
                              "X-GNOME-Autostart-enabled=true\n");
+}
+
+QString AutostartLoginItem::launchCommand(const QString& executablePath) {
+    const QFileInfo executable(executablePath);
+    const QString onPath = QStandardPaths::findExecutable(executable.fileName());
+    if (!onPath.isEmpty() && executable.exists() &&
+        QFileInfo(onPath).canonicalFilePath() == executable.canonicalFilePath())
+        return execValue(executable.fileName());
+    return execValue(executablePath);
 }
 
 QString AutostartLoginItem::execValue(const QString& path) {

@@ -20,6 +20,11 @@ public:
 
     // The entry written for the executable.
     static QByteArray desktopEntry(const QString& executablePath);
+    // The Exec value that starts the executable at login: its bare name when the PATH
+    // finds this very file under that name (an installed copy, which keeps starting
+    // when an update moves it to another folder on the PATH), else its full path (a
+    // copy in a build or download folder, which the PATH does not know).
+    static QString launchCommand(const QString& executablePath);
     // The Exec value that runs path: quoted when it holds a reserved character, then
     // escaped as a desktop-entry string.
     static QString execValue(const QString& path);
