@@ -10,6 +10,7 @@ packages=(
   libglib2.0-dev libicu-dev
   xvfb openbox i3-wm wmctrl xdotool x11-xserver-utils x11-utils imagemagick
   dbus dbus-x11 trayer
+  sway grim qt6-wayland
   xterm thunar desktop-file-utils at-spi2-core
   fonts-noto-cjk fonts-dejavu-core
   clang libclang-rt-14-dev

@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegion>
-#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -21,13 +20,8 @@ CornerLabelView::CornerLabelView(WindowPlacer* placer, const QString& key)
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
-    if (placer_) {
+    if (placer_)
         setWindowTitle(placer_->windowTitle(key));
-        // The input region is the window's mask; one pixel outside the window leaves
-        // nothing inside it. The window keeps it when it is shown again.
-        create();
-        windowHandle()->setMask(QRegion(-1, -1, 1, 1));
-    }
 }
 
 void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& background,

@@ -18,10 +18,9 @@ namespace deskmark {
 // background's opacity is its own; the text is always drawn in its full colour. The text
 // goes where the layout put its baseline, which centres the glyphs' own extent.
 //
-// With a placer (Wayland), the window carries the placer's title for key, the window
-// manager puts it in place after every show and move, and its input region is empty, so
-// that clicks reach the windows below; the X11 shape cut is left out, as a Wayland
-// compositor always blends.
+// With a placer (Wayland), the window carries the placer's title for key and the window
+// manager puts it in place after every show and move; the X11 shape cut is left out, as a
+// Wayland compositor always blends.
 class CornerLabelView : public QWidget {
     Q_OBJECT
 public:

@@ -1,4 +1,7 @@
 #include "core/overlay/SwayLabelPlacer.h"
+#include "core/spaces/I3IpcWindowServer.h"
+#include "core/spaces/MonitorIdentity.h"
+#include "platform/fake/FakeI3WindowManager.h"
 #include "platform/fake/FakeScheduler.h"
 #include "platform/fake/FakeWindowManagerCommands.h"
 
@@ -76,6 +79,31 @@ private Q_SLOTS:
         QCOMPARE(sway.commands().count(placement(QStringLiteral("deskmark-label:B"), 2, 2)),
                  SwayLabelPlacer::kMaxTries - 3);
         QCOMPARE(scheduler.pendingCount(), 0);
+    }
+
+    // The IPC window server answers each command line in the order they were asked,
+    // the workspace requests of switching among them; without a connection the answer
+    // is failure.
+    void commandsAreAnsweredInOrderOverTheSocket() {
+        FakeI3WindowManager wm;
+        FakeScheduler scheduler;
+        I3IpcWindowServer server(wm, scheduler, QStringLiteral("sway"));
+        wm.setOutputs({{"LEFT"}});
+        wm.setWorkspaces({{"1", "LEFT", true}, {"2", "LEFT", false}}, "LEFT");
+        QList<bool> answers;
+        const auto record = [&answers](bool succeeded) { answers << succeeded; };
+        server.runCommand(QStringLiteral(R"(workspace "2")"), record);
+        QCOMPARE(answers, (QList<bool>{false}));
+
+        server.start();
+        server.runCommand(QStringLiteral("no such command"), record);
+        QVERIFY(server.requestSpace(
+            MonitorIdentity::displayUUIDs({MonitorIdentity(QStringLiteral("LEFT"), {}, {})}).first(),
+            1));
+        server.runCommand(QStringLiteral(R"(workspace "2")"), record);
+        server.runCommand(QStringLiteral(R"(workspace "1")"));
+        QCOMPARE(answers, (QList<bool>{false, false, true}));
+        QCOMPARE(wm.visibleOn(QStringLiteral("LEFT")), QStringLiteral("1"));
     }
 };
 

@@ -39,10 +39,12 @@ void I3IpcWindowServer::runCommand(const QString& command, std::function<void(bo
 }
 
 bool I3IpcWindowServer::sendCommand(const QByteArray& command, std::function<void(bool)> done) {
-    if (!channel_.write(I3IpcCodec::encode(I3IpcCodec::RunCommand, command)))
-        return false;
+    // Queued first: a channel may hand over the answer before write() returns.
     unansweredCommands_.append(std::move(done));
-    return true;
+    if (channel_.write(I3IpcCodec::encode(I3IpcCodec::RunCommand, command)))
+        return true;
+    unansweredCommands_.removeLast();
+    return false;
 }
 
 // The answer holds one result per command of the line.
