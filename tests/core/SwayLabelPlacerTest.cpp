@@ -92,7 +92,7 @@ private Q_SLOTS:
         wm.setWorkspaces({{"1", "LEFT", true}, {"2", "LEFT", false}}, "LEFT");
         QList<bool> answers;
         const auto record = [&answers](bool succeeded) { answers << succeeded; };
-        server.runCommand(QStringLiteral(R"(workspace "2")"), record);
+        server.runCommand(QString::fromUtf8(I3IpcWindowServer::workspaceCommand("2")), record);
         QCOMPARE(answers, (QList<bool>{false}));
 
         server.start();
@@ -100,8 +100,8 @@ private Q_SLOTS:
         QVERIFY(server.requestSpace(
             MonitorIdentity::displayUUIDs({MonitorIdentity(QStringLiteral("LEFT"), {}, {})}).first(),
             1));
-        server.runCommand(QStringLiteral(R"(workspace "2")"), record);
-        server.runCommand(QStringLiteral(R"(workspace "1")"));
+        server.runCommand(QString::fromUtf8(I3IpcWindowServer::workspaceCommand("2")), record);
+        server.runCommand(QString::fromUtf8(I3IpcWindowServer::workspaceCommand("1")));
         QCOMPARE(answers, (QList<bool>{false, false, true}));
         QCOMPARE(wm.visibleOn(QStringLiteral("LEFT")), QStringLiteral("1"));
     }

@@ -1,5 +1,6 @@
 #include "core/app/WindowManagerKeyBinding.h"
 
+#include "core/app/CommandLine.h"
 #include "core/app/Language.h"
 #include "core/app/LinuxShortcutText.h"
 #include "core/model/KeyTable.h"
@@ -40,19 +41,7 @@ QString keysym(const KeyTable::Entry& key) {
 } // namespace
 
 QString WindowManagerKeyBinding::command(HotKeyAction action) {
-    switch (action) {
-    case HotKeyAction::Name:
-        return QStringLiteral("deskmark rename");
-    case HotKeyAction::Preset:
-        return QStringLiteral("deskmark next-preset");
-    case HotKeyAction::Settings:
-        return QStringLiteral("deskmark settings");
-    case HotKeyAction::Bookmark:
-        return QStringLiteral("deskmark bookmarks");
-    case HotKeyAction::Switcher:
-        return QStringLiteral("deskmark switcher");
-    }
-    return {};
+    return QStringLiteral("deskmark ") + CommandLine::commandWord(action);
 }
 
 QString WindowManagerKeyBinding::keys(const HotKey& key) {

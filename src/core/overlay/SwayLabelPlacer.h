@@ -15,12 +15,12 @@ class WindowManagerCommands;
 // Places the label windows on sway: floating, sticky (on every workspace of their
 // output), borderless, never focused, moved with `move absolute position`.
 //
-// Before the first placement (and again after a refusal), the placer adds rules: every
+// installRules(), when the connection opens, and before a placement while sway has not
+// taken them (it refused, or they were never sent), adds rules: every
 // window of this application floats (its panels and dialogs are no tiles), and windows
 // whose title starts with the label prefix are also sticky and borderless (for_window)
 // and never focused (no_focus), so that a label never lands tiled
-// among the user's windows nor takes the focus when it appears; the window has just been
-// shown, and sway hears of it only after a round trip, so the rules come first. Each
+// among the user's windows nor takes the focus when it appears. Each
 // placement names the window by its whole title and repeats the floating and sticky
 // commands, which also covers a window that sway mapped before the rules were in.
 // A window shown a moment ago may not be mapped yet: sway then finds no window, and the
@@ -35,6 +35,8 @@ public:
     SwayLabelPlacer(WindowManagerCommands& commands, Scheduler& scheduler, QString appID,
                     QObject* parent = nullptr);
 
+    void installRules();
+
     // "deskmark-label:" and the key, whose characters other than letters, digits and "-"
     // are written as "_" and two hex digits, so that the title is its own pattern.
     QString windowTitle(const QString& key) const override;
@@ -43,7 +45,6 @@ public:
 private:
     enum class Rules { Missing, Asked, Installed };
 
-    void installRules();
     QString criteria(const QString& titlePattern) const;
     void attempt(const QString& title, const QPoint& topLeft, int tries, quint64 generation);
 

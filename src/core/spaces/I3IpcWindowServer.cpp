@@ -94,12 +94,14 @@ void I3IpcWindowServer::opened() {
     codec_.reset();
     outputsQuestion_ = {};
     workspacesQuestion_ = {};
-    const QByteArray events = QJsonDocument(QJsonArray{QStringLiteral("workspace"),
-                                                       QStringLiteral("output")})
-                                  .toJson(QJsonDocument::Compact);
-    channel_.write(I3IpcCodec::encode(I3IpcCodec::Subscribe, events));
+    // One subscription per event: sway before 1.8 has no output events and refuses a
+    // subscription that names one, which would cost the workspace events too.
+    for (const QString& event : {QStringLiteral("workspace"), QStringLiteral("output")})
+        channel_.write(I3IpcCodec::encode(
+            I3IpcCodec::Subscribe, QJsonDocument(QJsonArray{event}).toJson(QJsonDocument::Compact)));
     ask(I3IpcCodec::GetOutputs);
     ask(I3IpcCodec::GetWorkspaces);
+    Q_EMIT connected();
 }
 
 void I3IpcWindowServer::received(const QByteArray& bytes) {

@@ -69,6 +69,10 @@ public:
     // The command that shows a workspace, with its name quoted for the command parser.
     static QByteArray workspaceCommand(const QString& name);
 
+Q_SIGNALS:
+    // A connection is open (also again after a loss): commands can be run from now on.
+    void connected();
+
 private:
     void opened();
     void received(const QByteArray& bytes);

@@ -1,6 +1,7 @@
 #include "platform/linux/SessionPlatform.h"
 
 #include "core/overlay/SwayLabelPlacer.h"
+#include "core/spaces/I3IpcWindowServer.h"
 #include "platform/linux/StatusItemFactory.h"
 #include "platform/linux/WaylandHotKeyRegistrar.h"
 #include "platform/linux/WaylandWindowMover.h"
@@ -18,9 +19,14 @@ SessionPlatform::SessionPlatform(Scheduler& scheduler)
     if (wayland_) {
         hotKeys_ = std::make_unique<WaylandHotKeyRegistrar>();
         windowMover_ = std::make_unique<WaylandWindowMover>();
-        if (WindowManagerCommands* sway = backend_.swayCommands())
+        if (I3IpcWindowServer* sway = backend_.sway()) {
             labelPlacer_ = std::make_unique<SwayLabelPlacer>(
                 *sway, scheduler, QGuiApplication::desktopFileName());
+            // Qt maps a window within show(), before any command sent then reaches sway:
+            // the rules go out with each connection, ahead of the layout that brings labels.
+            QObject::connect(sway, &I3IpcWindowServer::connected, labelPlacer_.get(),
+                             &SwayLabelPlacer::installRules);
+        }
     } else {
         hotKeys_ = std::make_unique<X11HotKeyRegistrar>();
         windowMover_ = std::make_unique<X11WindowMover>();

@@ -62,7 +62,7 @@ DesktopNamer& WindowServerBackend::namer() {
     return ipc_ ? static_cast<DesktopNamer&>(*ipc_) : *ewmh_;
 }
 
-WindowManagerCommands* WindowServerBackend::swayCommands() {
+I3IpcWindowServer* WindowServerBackend::sway() {
     return kind_ == Kind::Sway ? ipc_.get() : nullptr;
 }
 

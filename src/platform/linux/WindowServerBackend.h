@@ -12,7 +12,6 @@ class I3IpcSocket;
 class I3IpcWindowServer;
 class Scheduler;
 class SpaceRequester;
-class WindowManagerCommands;
 class WindowServer;
 class X11RootClient;
 class X11WindowServer;
@@ -35,8 +34,8 @@ public:
     WindowServer& windowServer();
     SpaceRequester& requester();
     DesktopNamer& namer();
-    // sway's command socket; null for the other backends.
-    WindowManagerCommands* swayCommands();
+    // sway's IPC connection; null for the other backends.
+    I3IpcWindowServer* sway();
 
     // The EWMH layout is there at once; the IPC one arrives with the first answers. Runs
     // the event loop until it has, at most for `timeout`; false when it has not.
