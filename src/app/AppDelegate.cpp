@@ -285,8 +285,8 @@ void AppDelegate::openSettings() {
             settings_, projectStore_, presetStore_, spaceStore_, windowServer_.windowServer(), hotKeyRegistrar_,
             *appCandidates_, pagerNames_, displays,
             [this] {
-                return LinuxSessionFacts::gather(spaceStore_, settings_, hotKeys_, hotKeyManager_,
-                                                 inputSource_);
+                return LinuxSessionFacts::gather(windowServer_.name(), spaceStore_, settings_,
+                                                 hotKeys_, hotKeyManager_, inputSource_);
             },
             [] { return Relaunch::start(); }});
     }

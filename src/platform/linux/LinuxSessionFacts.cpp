@@ -13,13 +13,15 @@
 namespace deskmark {
 
 PermissionsPaneModel::SessionFacts
-LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& settings,
-                          const HotKeyBindings& bindings, const HotKeyManager& manager,
-                          DBusInputSourceSwitcher& inputMethods) {
+LinuxSessionFacts::gather(const QString& spaceSource, const SpaceStore& spaces,
+                          const SettingsStore& settings, const HotKeyBindings& bindings,
+                          const HotKeyManager& manager, DBusInputSourceSwitcher& inputMethods) {
     using Model = PermissionsPaneModel;
     Model::SessionFacts facts;
-    const QList<CGSDisplay> displays = spaces.displays();
-    facts.desktops = displays.isEmpty() ? 0 : int(displays.first().spaces.size());
+    facts.spaceSource = spaceSource;
+    // EWMH desktops span every monitor, i3 workspaces belong to one output each: either
+    // way every Space is counted once.
+    facts.desktops = int(spaces.liveSpaceUUIDs().size());
     if (StatusNotifierItem::watcherAvailable())
         facts.panelItem = Model::PanelItem::StatusNotifier;
     else if (QSystemTrayIcon::isSystemTrayAvailable())

@@ -15,8 +15,9 @@ class SpaceStore;
 class LinuxSessionFacts {
 public:
     static PermissionsPaneModel::SessionFacts
-    gather(const SpaceStore& spaces, const SettingsStore& settings, const HotKeyBindings& bindings,
-           const HotKeyManager& manager, DBusInputSourceSwitcher& inputMethods);
+    gather(const QString& spaceSource, const SpaceStore& spaces, const SettingsStore& settings,
+           const HotKeyBindings& bindings, const HotKeyManager& manager,
+           DBusInputSourceSwitcher& inputMethods);
 };
 
 } // namespace deskmark
