@@ -2,6 +2,7 @@
 
 #include "core/spaces/I3IpcCodec.h"
 #include "core/spaces/MonitorIdentity.h"
+#include "core/spaces/PrimaryDisplay.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -99,13 +100,7 @@ QVariant I3Layout::displaySpaces() const {
     return displays;
 }
 
-std::optional<QString> I3Layout::mainDisplayUUID() const {
-    if (outputs_.isEmpty())
-        return std::nullopt;
-    const auto primary = std::find_if(outputs_.begin(), outputs_.end(),
-                                      [](const Output& output) { return output.primary; });
-    return primary != outputs_.end() ? primary->uuid : outputs_.first().uuid;
-}
+std::optional<QString> I3Layout::mainDisplayUUID() const { return primaryOrFirstUUID(outputs_); }
 
 std::optional<QString> I3Layout::displayUUIDOfOutput(const QString& outputName) const {
     for (const Output& output : outputs_) {
