@@ -1,7 +1,6 @@
 #include "core/spaces/I3Layout.h"
 
 #include "core/spaces/I3IpcCodec.h"
-#include "core/spaces/MonitorIdentity.h"
 #include "core/spaces/PrimaryDisplay.h"
 
 #include <QJsonArray>
@@ -41,9 +40,11 @@ bool I3Layout::setOutputs(const QByteArray& reply) {
         if (name.isEmpty() || !output.value(QLatin1String("active")).toBool())
             continue;
         outputs << Output{name, {}, output.value(QLatin1String("primary")).toBool()};
-        identities << MonitorIdentity::reported(name, output.value(QLatin1String("make")).toString(),
-                                                output.value(QLatin1String("model")).toString(),
-                                                output.value(QLatin1String("serial")).toString());
+        std::optional<MonitorIdentity> known = monitorFacts_ ? monitorFacts_(name) : std::nullopt;
+        identities << known.value_or(MonitorIdentity::reported(
+                          name, output.value(QLatin1String("make")).toString(),
+                          output.value(QLatin1String("model")).toString(),
+                          output.value(QLatin1String("serial")).toString()));
     }
     const QStringList uuids = MonitorIdentity::displayUUIDs(identities);
     for (qsizetype i = 0; i < outputs.size(); ++i)
