@@ -74,9 +74,8 @@ QList<QRect> deskmarkWindows() {
 bool labelsOnBothOutputs() {
     int left = 0;
     int right = 0;
-    for (const QRect& window : deskmarkWindows()) {
-        (window.right() < 1280 ? left : right) += window.left() >= 0;
-    }
+    for (const QRect& window : deskmarkWindows())
+        ++(window.center().x() < 1280 ? left : right);
     return left == 1 && right == 1;
 }
 

@@ -166,6 +166,16 @@ private Q_SLOTS:
         QCOMPARE(layout.workspaceName(displays[1].displayUUID, 3), std::nullopt);
         QCOMPARE(layout.firstDisplayWorkspaces(), (QStringList{"1:mail", "2:code"}));
 
+        // A monitor the platform knows better (i3 on X11: the RandR monitor's EDID) keeps
+        // the UUID it has under an EWMH window manager.
+        const MonitorIdentity withEdid = MonitorIdentity::reported("LEFT", "DEL", "41137", "7");
+        layout.setMonitorFacts([&withEdid](const QString& output) -> std::optional<MonitorIdentity> {
+            return output == "LEFT" ? std::optional(withEdid) : std::nullopt;
+        });
+        QVERIFY(layout.setOutputs(recorded("i3-outputs.json")));
+        QCOMPARE(layout.displayUUIDOfOutput("LEFT"), MonitorIdentity::displayUUIDs({withEdid}).first());
+        QCOMPARE(layout.displayUUIDOfOutput("RIGHT"), uuidOfName("RIGHT"));
+
         // Replies that are not lists of objects change nothing.
         for (const QByteArray& bad : {QByteArray("{}"), QByteArray("[1,2]"), QByteArray("[{")}) {
             QVERIFY(!layout.setOutputs(bad));
@@ -173,6 +183,7 @@ private Q_SLOTS:
         }
         QCOMPARE(displaysOf(layout).size(), 2);
     }
+
 
     void swayOutputsAreKnownByMakeModelAndSerial() {
         I3Layout layout;

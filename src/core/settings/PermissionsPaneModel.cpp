@@ -25,14 +25,26 @@ QString PermissionsPaneModel::actionTitle(HotKeyAction action) {
 QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& facts) {
     QList<Row> result;
 
-    Row wm{localized("ウインドウマネージャ（EWMH）", "Window manager (EWMH)"),
+    const bool ewmh = facts.spaceSource == QLatin1String("EWMH");
+    Row wm{localized("ウインドウマネージャ（%1）", "Window manager (%1)").arg(facts.spaceSource),
            facts.desktops > 0,
            {},
            {}};
-    if (wm.ok)
+    if (wm.ok && ewmh)
         wm.state = localized("デスクトップ %1 個を公開しています。", "Publishes %1 desktops.")
                        .arg(facts.desktops);
-    else {
+    else if (wm.ok)
+        wm.state = localized("IPC ソケットからワークスペース %1 個を読んでいます。",
+                             "Reads %1 workspaces over its IPC socket.")
+                       .arg(facts.desktops);
+    else if (!ewmh) {
+        wm.state = localized("%1 の IPC ソケットに接続できないため、Space を読めません。",
+                             "Cannot reach the IPC socket of %1, so there are no Spaces to read.")
+                       .arg(facts.spaceSource);
+        wm.remedy = localized("%1 が動いているか確かめてください。Deskmark は自動で接続し直します。",
+                              "Check that %1 is running; Deskmark connects again by itself.")
+                        .arg(facts.spaceSource);
+    } else {
         wm.state = localized("EWMH のウインドウマネージャが見つからないため、Space を読めません。",
                              "No EWMH window manager found, so there are no Spaces to read.");
         wm.remedy = localized(

@@ -46,6 +46,8 @@ public:
     I3IpcWindowServer(I3IpcChannel& channel, Scheduler& scheduler, QString windowManager,
                       QObject* parent = nullptr);
 
+    // See I3Layout::setMonitorFacts; set before start().
+    void setMonitorFacts(I3Layout::MonitorFacts facts) { layout_.setMonitorFacts(std::move(facts)); }
     // Opens the connection; the layout arrives with the first activeSpaceChanged().
     void start();
     bool isConnected() const { return connected_; }

@@ -1,7 +1,7 @@
 #include "core/spaces/I3Layout.h"
 
 #include "core/spaces/I3IpcCodec.h"
-#include "core/spaces/MonitorIdentity.h"
+#include "core/spaces/PrimaryDisplay.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -40,9 +40,11 @@ bool I3Layout::setOutputs(const QByteArray& reply) {
         if (name.isEmpty() || !output.value(QLatin1String("active")).toBool())
             continue;
         outputs << Output{name, {}, output.value(QLatin1String("primary")).toBool()};
-        identities << MonitorIdentity::reported(name, output.value(QLatin1String("make")).toString(),
-                                                output.value(QLatin1String("model")).toString(),
-                                                output.value(QLatin1String("serial")).toString());
+        std::optional<MonitorIdentity> known = monitorFacts_ ? monitorFacts_(name) : std::nullopt;
+        identities << known.value_or(MonitorIdentity::reported(
+                          name, output.value(QLatin1String("make")).toString(),
+                          output.value(QLatin1String("model")).toString(),
+                          output.value(QLatin1String("serial")).toString()));
     }
     const QStringList uuids = MonitorIdentity::displayUUIDs(identities);
     for (qsizetype i = 0; i < outputs.size(); ++i)
@@ -99,13 +101,7 @@ QVariant I3Layout::displaySpaces() const {
     return displays;
 }
 
-std::optional<QString> I3Layout::mainDisplayUUID() const {
-    if (outputs_.isEmpty())
-        return std::nullopt;
-    const auto primary = std::find_if(outputs_.begin(), outputs_.end(),
-                                      [](const Output& output) { return output.primary; });
-    return primary != outputs_.end() ? primary->uuid : outputs_.first().uuid;
-}
+std::optional<QString> I3Layout::mainDisplayUUID() const { return primaryOrFirstUUID(outputs_); }
 
 std::optional<QString> I3Layout::displayUUIDOfOutput(const QString& outputName) const {
     for (const Output& output : outputs_) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "core/spaces/MonitorIdentity.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 
 namespace deskmark {
@@ -17,9 +20,16 @@ namespace deskmark {
 // monitors.
 class I3Layout {
 public:
+    // What the platform knows itself of the monitor behind an output (on i3, the RandR
+    // monitor of that name with its EDID); nothing when it knows nothing more.
+    using MonitorFacts = std::function<std::optional<MonitorIdentity>(const QString& outputName)>;
+
     // What an event means for the layout read so far.
     enum class Staleness { None, Workspaces, Everything };
 
+    // Known facts about a monitor win over what the window manager reports, so that a
+    // monitor keeps the UUID it has under other window managers.
+    void setMonitorFacts(MonitorFacts facts) { monitorFacts_ = std::move(facts); }
     // Reads a GET_OUTPUTS or GET_WORKSPACES reply; false (and nothing changed) when the
     // reply is not a list of objects.
     bool setOutputs(const QByteArray& reply);
@@ -57,6 +67,7 @@ private:
 
     QList<Workspace> workspacesOn(const QString& outputName) const;
 
+    MonitorFacts monitorFacts_;
     QList<Output> outputs_; // active outputs only, in the window manager's order
     QList<Workspace> workspaces_;
     bool hasOutputs_ = false;

@@ -18,8 +18,10 @@ LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& setting
                           DBusInputSourceSwitcher& inputMethods, SessionPlatform& platform) {
     using Model = PermissionsPaneModel;
     Model::SessionFacts facts;
-    const QList<CGSDisplay> displays = spaces.displays();
-    facts.desktops = displays.isEmpty() ? 0 : int(displays.first().spaces.size());
+    facts.spaceSource = platform.backend().name();
+    // EWMH desktops span every monitor, i3 workspaces belong to one output each: either
+    // way every Space is counted once.
+    facts.desktops = int(spaces.liveSpaceUUIDs().size());
     if (StatusNotifierItem::watcherAvailable())
         facts.panelItem = Model::PanelItem::StatusNotifier;
     else if (QSystemTrayIcon::isSystemTrayAvailable())

@@ -33,6 +33,16 @@ WindowServerBackend::WindowServerBackend(Scheduler& scheduler) {
         }
     }
     ipc_ = std::make_unique<I3IpcWindowServer>(*socket_, scheduler, name());
+    if (root_) {
+        // i3 names its outputs after the RandR monitors, whose EDID it does not report.
+        ipc_->setMonitorFacts([this](const QString& outputName) -> std::optional<MonitorIdentity> {
+            for (const RandrMonitor& monitor : root_->monitors()) {
+                if (monitor.name == outputName)
+                    return MonitorIdentity(monitor.name, monitor.outputs.value(0), monitor.edid);
+            }
+            return std::nullopt;
+        });
+    }
     ipc_->start();
 }
 
