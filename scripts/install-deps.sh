@@ -14,6 +14,7 @@ packages=(
   xterm thunar desktop-file-utils at-spi2-core
   fonts-noto-cjk fonts-dejavu-core
   clang libclang-rt-14-dev
+  dpkg-dev librsvg2-bin lintian appstream man-db
 )
 
 missing=()

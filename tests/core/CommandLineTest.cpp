@@ -85,15 +85,6 @@ private Q_SLOTS:
                      detail + "\nTry 'deskmark --help' for more information.\n");
     }
 
-    void eachCommandWordHasItsOwnAction() {
-        QSet<int> actions;
-        for (const char* word : {"switcher", "bookmarks", "rename", "settings", "next-preset"})
-            actions.insert(int(*CommandLine::parse({word}).action()));
-        QCOMPARE(actions.size(), 5);
-        QCOMPARE(*CommandLine::parse({"next-preset"}).action(), HotKeyAction::Preset);
-        QCOMPARE(*CommandLine::parse({"switcher"}).action(), HotKeyAction::Switcher);
-    }
-
     // What the user reads after the agent's reply, and the exit status, in both languages.
     void replies() {
         const CommandLine switchMail = CommandLine::parse({"switch", "Mail"});
