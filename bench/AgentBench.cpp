@@ -7,6 +7,7 @@
 //   dbus-run-session -- tests/x11/xsession.sh build/bench/bench/bench_agent [SWITCHES] [IDLE_S]
 
 #include "AgentSession.h"
+#include "BenchFigures.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -51,17 +52,6 @@ private:
     xcb_connection_t* connection_ = nullptr;
     xcb_ewmh_connection_t ewmh_{};
     int screen_ = 0;
-};
-
-struct Figures {
-    QList<double> ms;
-    void print(const char* what) {
-        std::sort(ms.begin(), ms.end());
-        if (ms.isEmpty())
-            return;
-        std::printf("%-40s median %7.2f ms   worst %7.2f ms   (%lld runs)\n", what,
-                    ms[ms.size() / 2], ms.last(), static_cast<long long>(ms.size()));
-    }
 };
 
 // CPU seconds of pid and the context switches of each of its threads.

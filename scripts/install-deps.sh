@@ -13,6 +13,7 @@ build=(
   libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-keysyms1-dev libxcb-xkb-dev
   libxcb-xfixes0-dev
   libglib2.0-dev libicu-dev
+  qt6-wayland
   fonts-noto-cjk fonts-dejavu-core
 )
 demo=(
@@ -21,6 +22,7 @@ demo=(
 )
 tests=(
   xterm thunar desktop-file-utils at-spi2-core xcompmgr
+  i3-wm sway grim
   clang libclang-rt-14-dev
   dpkg-dev librsvg2-bin lintian appstream man-db
 )

@@ -8,10 +8,10 @@
 #include "core/bookmarks/AppCandidateStore.h"
 #include "core/bookmarks/BookmarkOpener.h"
 #include "core/model/AppFolders.h"
+#include "core/spaces/WindowServer.h"
 #include "platform/linux/DesktopNotification.h"
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxSessionFacts.h"
-#include "platform/linux/SwitchingStatusItem.h"
 #include "ui/AboutBox.h"
 #include "ui/BookmarkPopupCoordinator.h"
 #include "ui/NameEditorWindow.h"
@@ -57,7 +57,7 @@ AppDelegate::AppDelegate(QObject* parent)
       settings_(settingsFile_, linuxDefaults(loginItem_)),
       projectStore_(AppFolders::dataFolder()),
       presetStore_(AppFolders::dataFolder()),
-      spaceStore_(windowServer_),
+      spaceStore_(windowServer_.windowServer()),
       appCandidates_(std::make_unique<AppCandidateStore>(workspace_, settings_)) {
     BookmarkOpener::install(workspace_, windowMover_, captureSource_, scheduler_);
 }
@@ -161,7 +161,8 @@ void AppDelegate::showFirstRunNotice() {
 
 void AppDelegate::buildStatusItem() {
     menu_ = std::make_unique<StatusMenu>();
-    statusItem_ = std::make_unique<SwitchingStatusItem>();
+    menu_->setKeysBoundByWindowManager(hotKeyRegistrar_.boundByWindowManager());
+    statusItem_ = platform_.createStatusItem();
     // The item always carries its icon; hosts that draw no label show it alone.
     statusItem_->setIcon(menuBarIcon());
     statusItem_->setMenu(menu_.get());
@@ -177,7 +178,7 @@ void AppDelegate::buildStatusItem() {
 }
 
 void AppDelegate::installObservers() {
-    connections_ << connect(&windowServer_, &WindowServer::activeSpaceChanged, this,
+    connections_ << connect(&windowServer_.windowServer(), &WindowServer::activeSpaceChanged, this,
                             &AppDelegate::activeSpaceDidChange);
     // The panel's display is read again whenever the item or the screens change.
     connections_ << connect(statusItem_.get(), &StatusItem::placementChanged, this,
@@ -310,11 +311,11 @@ void AppDelegate::openSettings() {
             return entries;
         };
         settingsWindow_ = new SettingsWindow(SettingsContext{
-            settings_, projectStore_, presetStore_, spaceStore_, windowServer_, hotKeyRegistrar_,
+            settings_, projectStore_, presetStore_, spaceStore_, windowServer_.windowServer(), hotKeyRegistrar_,
             *appCandidates_, pagerNames_, displays,
             [this] {
                 return LinuxSessionFacts::gather(spaceStore_, settings_, hotKeys_, hotKeyManager_,
-                                                 inputSource_);
+                                                 inputSource_, platform_);
             },
             [] { return Relaunch::start(); }});
     }
@@ -355,7 +356,7 @@ void AppDelegate::showSpaceSwitcher() {
         return presetStore_.colors(project->presetID);
     };
     switcherPanel_ =
-        new SpaceSwitcherPanel(std::move(controller), colors, screenWatcher_.compositing());
+        new SpaceSwitcherPanel(std::move(controller), colors, platform_.isCompositing());
     switcherPanel_->present(screen->availableGeometry());
     inputSource_.switchToASCIIInput();
 }

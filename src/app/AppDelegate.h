@@ -22,10 +22,9 @@
 #include "platform/linux/GioWorkspace.h"
 #include "platform/linux/LinuxCaptureSource.h"
 #include "platform/linux/SettingsFile.h"
-#include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/SessionPlatform.h"
+#include "platform/linux/WindowServerBackend.h"
 #include "platform/linux/X11ScreenWatcher.h"
-#include "platform/linux/X11WindowMover.h"
-#include "platform/linux/X11WindowServer.h"
 #include "ui/AppearanceApplier.h"
 #include "ui/QtCornerLabelWindows.h"
 #include "ui/QtLabelTextMeasurer.h"
@@ -144,10 +143,12 @@ private:
     SettingsStore settings_;
     ProjectStore projectStore_;
     PresetStore presetStore_;
-    X11WindowServer windowServer_;
+    // The pieces that differ between X11 and Wayland sessions.
+    SessionPlatform platform_{scheduler_};
+    WindowServerBackend& windowServer_{platform_.backend()};
     SpaceStore spaceStore_;
     SwitchDebugLog switchLog_;
-    DirectSwitchDriver switchDriver_{windowServer_, spaceStore_, scheduler_, switchLog_};
+    DirectSwitchDriver switchDriver_{windowServer_.requester(), spaceStore_, scheduler_, switchLog_};
     SpaceSwitcher switcher_{spaceStore_, projectStore_, switchDriver_, scheduler_, switchLog_};
     AppearanceApplier appearance_;
     SpaceHistory history_;
@@ -160,30 +161,32 @@ private:
     QPointer<NameEditorWindow> nameEditor_;
     // Made on first use and kept, hidden when closed, so it reopens on its last pane.
     QPointer<SettingsWindow> settingsWindow_;
-    PagerNameSync pagerNames_{settings_, projectStore_, spaceStore_, windowServer_, windowServer_};
+    PagerNameSync pagerNames_{settings_, projectStore_, spaceStore_, windowServer_.windowServer(),
+                              windowServer_.namer()};
     QPointer<SpaceSwitcherPanel> switcherPanel_;
     DBusInputSourceSwitcher inputSource_;
 
     // The bookmark opener's desktop services, the application candidates and the popup.
     GioWorkspace workspace_;
-    X11WindowMover windowMover_;
-    LinuxCaptureSource captureSource_{workspace_};
+    WindowMover& windowMover_{platform_.windowMover()};
+    LinuxCaptureSource captureSource_{workspace_, platform_.readsX11Windows()};
     std::unique_ptr<AppCandidateStore> appCandidates_;
     std::unique_ptr<BookmarkPopupCoordinator> bookmarkPopup_;
 
     // Global hot keys: the grabs, their ids and actions, and the five settings' bindings.
-    X11HotKeyRegistrar hotKeyRegistrar_;
+    HotKeyRegistrar& hotKeyRegistrar_{platform_.hotKeyRegistrar()};
     HotKeyManager hotKeyManager_{hotKeyRegistrar_};
     HotKeyBindings hotKeys_{settings_, hotKeyManager_};
     std::unique_ptr<DBusControlService> commandInterface_;
 
     // The corner labels; the controller is made on first use. The visible frames come
     // from the session's reserved areas.
-    X11ScreenWatcher screenWatcher_;
-    QtScreenProvider screens_{
-        [this](const QRect& frame) { return screenWatcher_.availableArea(frame); }};
+    QtScreenProvider screens_{[this](const QRect& frame) -> std::optional<QRect> {
+        const X11ScreenWatcher* watcher = platform_.screenWatcher();
+        return watcher ? watcher->availableArea(frame) : std::nullopt;
+    }};
     QtLabelTextMeasurer labelMeasurer_;
-    QtCornerLabelWindows cornerWindows_;
+    QtCornerLabelWindows cornerWindows_{platform_.labelPlacer()};
     std::unique_ptr<CornerOverlayController> cornerOverlay_;
 };
 

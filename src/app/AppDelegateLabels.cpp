@@ -20,16 +20,19 @@ constexpr int kToolTipMilliseconds = 6000;
 } // namespace
 
 void AppDelegate::installScreenWatcher() {
-    cornerOverlay().setCompositing(screenWatcher_.compositing());
+    cornerOverlay().setCompositing(platform_.isCompositing());
+    X11ScreenWatcher* watcher = platform_.screenWatcher();
+    if (!watcher)
+        return;
     followFullScreenWindow();
     // A panel that comes or goes changes the visible frames, as a new screen layout does.
-    connections_ << connect(&screenWatcher_, &X11ScreenWatcher::reservedAreaChanged, this,
+    connections_ << connect(watcher, &X11ScreenWatcher::reservedAreaChanged, this,
                             &AppDelegate::screenParametersDidChange);
-    connections_ << connect(&screenWatcher_, &X11ScreenWatcher::compositingChanged, this, [this] {
-        cornerOverlay().setCompositing(screenWatcher_.compositing());
+    connections_ << connect(watcher, &X11ScreenWatcher::compositingChanged, this, [this] {
+        cornerOverlay().setCompositing(platform_.isCompositing());
         refreshCornerOverlay();
     });
-    connections_ << connect(&screenWatcher_, &X11ScreenWatcher::fullScreenWindowChanged, this,
+    connections_ << connect(watcher, &X11ScreenWatcher::fullScreenWindowChanged, this,
                             [this] {
                                 followFullScreenWindow();
                                 refreshCornerOverlay();
@@ -40,7 +43,8 @@ void AppDelegate::installScreenWatcher() {
 // server gives the window's place.
 void AppDelegate::followFullScreenWindow() {
     std::optional<QString> screenName;
-    if (const std::optional<QRect>& window = screenWatcher_.fullScreenWindow()) {
+    const X11ScreenWatcher* watcher = platform_.screenWatcher();
+    if (const std::optional<QRect> window = watcher ? watcher->fullScreenWindow() : std::nullopt) {
         QList<ScreenInfo> screens;
         for (const QScreen* screen : QGuiApplication::screens())
             screens << ScreenInfo{

@@ -3,13 +3,15 @@
 #include "core/app/CommandLine.h"
 #include "core/app/DiagnosticsReport.h"
 #include "core/app/Language.h"
+#include "core/app/QtScheduler.h"
 #include "core/model/AppFolders.h"
 #include "core/model/StoreFile.h"
+#include "core/spaces/DesktopNamer.h"
 #include "platform/linux/DBusControlClient.h"
 #include "platform/linux/DesktopNotification.h"
 #include "platform/linux/InstanceLock.h"
 #include "platform/linux/SettingsFile.h"
-#include "platform/linux/X11WindowServer.h"
+#include "platform/linux/WindowServerBackend.h"
 
 #include <QApplication>
 #include <QJsonArray>
@@ -26,8 +28,11 @@ namespace {
 // Prints the displays, their Spaces and the projects they show, then returns. Takes no
 // lock and writes nothing, so it is safe beside a running instance.
 int diagnose() {
-    X11WindowServer windowServer;
-    SpaceStore spaces(windowServer);
+    QtScheduler scheduler;
+    WindowServerBackend windowServer(scheduler);
+    // The i3 and sway layouts come over their socket; a second is plenty for an answer.
+    windowServer.waitForLayout(std::chrono::seconds(1));
+    SpaceStore spaces(windowServer.windowServer());
     QHash<QString, QRect> geometries;
     for (const QScreen* screen : QGuiApplication::screens()) {
         if (const auto uuid = spaces.displayUUID(screen->name()))
@@ -39,7 +44,9 @@ int diagnose() {
     if (read.status == StoreFile::ReadStatus::Read)
         projects = ProjectFileCodec::decode(read.data).value_or(ProjectFileCodec::Document{});
     QJsonObject report = DiagnosticsReport::build(spaces.displays(), geometries, projects);
-    report.insert(QStringLiteral("desktopNames"), QJsonArray::fromStringList(windowServer.desktopNames()));
+    report.insert(QStringLiteral("backend"), windowServer.name());
+    report.insert(QStringLiteral("desktopNames"),
+                  QJsonArray::fromStringList(windowServer.namer().desktopNames()));
     QTextStream(stdout) << QJsonDocument(report).toJson(QJsonDocument::Indented);
     return 0;
 }

@@ -12,13 +12,16 @@
 
 namespace deskmark {
 
-CornerLabelView::CornerLabelView()
+CornerLabelView::CornerLabelView(WindowPlacer* placer, const QString& key)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
                            Qt::WindowStaysOnTopHint | Qt::WindowTransparentForInput |
-                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint) {
+                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint),
+      placer_(placer) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
+    if (placer_)
+        setWindowTitle(placer_->windowTitle(key));
 }
 
 void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& background,
@@ -33,6 +36,7 @@ void CornerLabelView::setLabel(const CornerLabel& label, const RgbColor& backgro
     if (!fadedOut_) {
         show();
         raise(); // above whatever was opened since
+        placeShown();
     }
 }
 
@@ -53,6 +57,12 @@ void CornerLabelView::moveTo(const QPointF& topLeft) {
         updateShape();
         update();
     }
+    placeShown();
+}
+
+void CornerLabelView::placeShown() {
+    if (placer_ && isVisible())
+        placer_->place(windowTitle(), label_.frame.toAlignedRect().topLeft());
 }
 
 void CornerLabelView::orderOut() {
@@ -89,6 +99,8 @@ QPainterPath CornerLabelView::shape() const {
 }
 
 void CornerLabelView::updateShape() {
+    if (placer_)
+        return;
     // Blended with what lies below (a compositing manager runs): every pixel the shape
     // touches at all, so that the edges keep their antialiasing. Otherwise a partly
     // covered pixel would be drawn over black: exactly the pixels whose centres lie

@@ -2,6 +2,7 @@
 
 #include "core/model/RgbColor.h"
 #include "core/overlay/CornerLabel.h"
+#include "core/overlay/WindowPlacer.h"
 
 #include <QColor>
 #include <QFont>
@@ -18,10 +19,14 @@ namespace deskmark {
 // that is not blended with what lies below (no compositing manager) fills its whole
 // window with the background, leaving the shape to the window's cut. The text
 // goes where the layout put its baseline, which centres the glyphs' own extent.
+//
+// With a placer (Wayland), the window carries the placer's title for key and the window
+// manager puts it in place after every show and move; the X11 shape cut is left out, as a
+// Wayland compositor always blends.
 class CornerLabelView : public QWidget {
     Q_OBJECT
 public:
-    CornerLabelView();
+    explicit CornerLabelView(WindowPlacer* placer = nullptr, const QString& key = {});
 
     // Draws the label at its frame and puts the window on screen (unless faded out).
     void setLabel(const CornerLabel& label, const RgbColor& background, double bgOpacity);
@@ -54,7 +59,10 @@ private:
     // region): to every pixel the shape touches for a blended label, else to exactly the
     // pixels whose centres it holds.
     void updateShape();
+    // Asks the placer, if any, to put the shown window where its geometry says.
+    void placeShown();
 
+    WindowPlacer* placer_;
     CornerLabel label_;
     QFont font_;
     QColor background_;

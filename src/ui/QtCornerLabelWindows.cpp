@@ -6,7 +6,7 @@ void QtCornerLabelWindows::show(const QString& displayUUID, const CornerLabel& l
                                 const RgbColor& background, double bgOpacity) {
     std::unique_ptr<CornerLabelView>& view = views_[displayUUID];
     if (!view)
-        view = std::make_unique<CornerLabelView>();
+        view = std::make_unique<CornerLabelView>(placer_, displayUUID);
     view->setLabel(label, background, bgOpacity);
 }
 

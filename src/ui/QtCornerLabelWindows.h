@@ -9,8 +9,11 @@
 namespace deskmark {
 
 // One CornerLabelView per display, made on its first show and kept for the whole run.
+// With a placer (Wayland), the window manager places the windows, keyed by display.
 class QtCornerLabelWindows : public CornerLabelWindows {
 public:
+    explicit QtCornerLabelWindows(WindowPlacer* placer = nullptr) : placer_(placer) {}
+
     void show(const QString& displayUUID, const CornerLabel& label, const RgbColor& background,
               double bgOpacity) override;
     void hide(const QString& displayUUID) override;
@@ -23,6 +26,7 @@ public:
     CornerLabelView* view(const QString& displayUUID) const;
 
 private:
+    WindowPlacer* placer_;
     std::map<QString, std::unique_ptr<CornerLabelView>> views_;
 };
 

@@ -16,7 +16,8 @@ namespace deskmark {
 ShortcutRecorder::ShortcutRecorder(SettingsStore& settings, HotKeyAction action,
                                    HotKeyRegistrar& registrar, QWidget* parent)
     : QWidget(parent), model_(settings, action, registrar), button_(new QPushButton(this)),
-      clearButton_(new QToolButton(this)), errorLabel_(new QLabel(this)) {
+      clearButton_(new QToolButton(this)), errorLabel_(new QLabel(this)),
+      noteLabel_(new QLabel(this)) {
     button_->setMinimumWidth(160);
     clearButton_->setText(QStringLiteral("✕"));
     clearButton_->setToolTip(localized("ショートカットを削除", "Clear shortcut"));
@@ -28,12 +29,16 @@ ShortcutRecorder::ShortcutRecorder(SettingsStore& settings, HotKeyAction action,
     QFont small = errorLabel_->font();
     small.setPointSizeF(small.pointSizeF() * 0.9);
     errorLabel_->setFont(small);
+    noteLabel_->setFont(small);
+    noteLabel_->setWordWrap(true);
+    noteLabel_->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(button_, 0, 0);
     layout->addWidget(clearButton_, 0, 1);
     layout->addWidget(errorLabel_, 1, 0, 1, 2);
+    layout->addWidget(noteLabel_, 2, 0, 1, 2);
 
     connect(button_, &QPushButton::clicked, this, [this] {
         if (model_.isRecording())
@@ -84,6 +89,8 @@ void ShortcutRecorder::render() {
     clearButton_->setEnabled(model_.binding().has_value());
     errorLabel_->setText(model_.errorText());
     errorLabel_->setVisible(!model_.errorText().isEmpty());
+    noteLabel_->setText(model_.noteText());
+    noteLabel_->setVisible(!model_.noteText().isEmpty());
     // A window does not grow for a label that wraps on its own: ask for the height of
     // every line at the width the control has.
     const int wrapWidth = std::max(width(), minimumSizeHint().width());

@@ -36,6 +36,8 @@ private:
     QPushButton* button_;
     QToolButton* clearButton_;
     QLabel* errorLabel_;
+    // The window manager's binding line, where it owns the keys; selectable for copying.
+    QLabel* noteLabel_;
     QPointer<QWidget> watchedWindow_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "core/app/Language.h"
 #include "core/app/LinuxShortcutText.h"
+#include "core/app/WindowManagerKeyBinding.h"
 
 #include <QActionGroup>
 #include <QShortcut>
@@ -81,7 +82,9 @@ void StatusMenu::showHotKey(HotKeyAction action, const std::optional<HotKey>& ke
         item->setShortcut(QKeySequence());
         return;
     }
-    item->setText(title + QLatin1Char('\t') + linuxShortcutText(key->keyCode, key->modifiers));
+    item->setText(title + QLatin1Char('\t') +
+                  (keysBoundByWindowManager_ ? WindowManagerKeyBinding::menuShortcut(*key)
+                                             : linuxShortcutText(key->keyCode, key->modifiers)));
     const std::optional<QKeyCombination> combination = key->qtKeyCombination();
     item->setShortcut(combination ? QKeySequence(*combination) : QKeySequence());
 }

@@ -37,6 +37,9 @@ public:
     // the Linux form ("Alt+Super+B"); the item's key sequence carries the same key to
     // panels that draw the menu themselves (DBusMenu).
     void showHotKey(HotKeyAction action, const std::optional<HotKey>& key);
+    // Where the window manager owns the keys, the text column says that they are bound
+    // in its configuration. Takes effect at the next showHotKey().
+    void setKeysBoundByWindowManager(bool bound) { keysBoundByWindowManager_ = bound; }
     QAction* actionFor(HotKeyAction action) const;
 
 Q_SIGNALS:
@@ -52,6 +55,7 @@ private:
     QAction* settingsAction_;
     QAction* aboutAction_;
     QAction* quitAction_;
+    bool keysBoundByWindowManager_ = false;
 };
 
 } // namespace deskmark

@@ -60,7 +60,8 @@ QProcessEnvironment AgentSession::environment() const {
     env.insert(QStringLiteral("XDG_DATA_HOME"), home_.path() + QStringLiteral("/data"));
     env.insert(QStringLiteral("XDG_CONFIG_HOME"), configFolder());
     env.insert(QStringLiteral("LANGUAGE"), QStringLiteral("en_US"));
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"),
+               env.value(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")));
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), home_.path());
     return env;
 }

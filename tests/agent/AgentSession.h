@@ -12,7 +12,8 @@
 // The running program as a panel sees it: a private data and config folder, a
 // StatusNotifierWatcher on the session bus for the program's status item to register
 // with, and the program itself started as a child process. Used by the end-to-end test
-// and the benchmarks; needs an X display and a session bus of its own.
+// and the benchmarks; needs a display (X11, or Wayland when QT_QPA_PLATFORM says so) and a
+// session bus of its own.
 class AgentSession : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -32,6 +33,9 @@ public:
     QProcess* runSecondCopy(const QStringList& arguments = {});
     qint64 pid() const { return process_.processId(); }
     bool isRunning() const { return process_.state() == QProcess::Running; }
+    // How the program ended, once it has.
+    QProcess::ExitStatus exitStatus() const { return process_.exitStatus(); }
+    int exitCode() const { return process_.exitCode(); }
     QByteArray standardError() { return stderr_ += process_.readAllStandardError(); }
 
     // A property of the status item, and its current label, asked over D-Bus.

@@ -1,8 +1,10 @@
 #include "core/model/HotKey.h"
 #include "core/HotKeyTestKeys.h"
 #include "core/app/LinuxShortcutText.h"
+#include "core/app/WindowManagerKeyBinding.h"
 #include "core/model/SettingsStore.h"
 #include "platform/fake/MemoryDefaults.h"
+#include "platform/linux/WaylandHotKeyRegistrar.h"
 
 #include <QSet>
 #include <QTest>
@@ -46,12 +48,14 @@ private Q_SLOTS:
         QCOMPARE(linuxShortcutText(keyCode, modifiers), linuxText);
     }
 
-    // One table serves the glyph names, the Linux names and Qt's keys: a key has all
-    // three or none.
+    // One table serves the glyph names, the Linux names, Qt's keys and sway's keysyms: a
+    // key has all of them or none. On Wayland every named key is reached from exactly
+    // one scan code, by its place on the keyboard.
     void everyNamedKeyHasEveryForm() {
         QSet<QString> glyphs;
         QSet<QString> linuxNames;
         QSet<int> qtKeys;
+        QSet<QString> keysyms;
         for (quint32 keyCode = 0; keyCode < 512; ++keyCode) {
             const HotKey key{keyCode, 0};
             const bool named = key.keyName() != QLatin1String("?");
@@ -61,8 +65,22 @@ private Q_SLOTS:
                 glyphs.insert(key.keyName());
                 linuxNames.insert(linuxShortcutText(keyCode, 0));
                 qtKeys.insert(key.qtKeyCombination()->key());
+                keysyms.insert(WindowManagerKeyBinding::keys(key));
             }
         }
+        QVERIFY(!keysyms.contains(QStringLiteral("?")));
+        QCOMPARE(keysyms.size(), 73);
+        const WaylandHotKeyRegistrar wayland;
+        QSet<quint32> reached;
+        for (quint32 scanCode = 0; scanCode < 300; ++scanCode) {
+            if (const std::optional<quint32> keyCode = wayland.keyCodeForScanCode(scanCode)) {
+                QVERIFY((HotKey{*keyCode, 0}.keyName() != QLatin1String("?")));
+                reached.insert(*keyCode);
+            }
+        }
+        QCOMPARE(reached.size(), 73);
+        QCOMPARE(wayland.keyCodeForScanCode(56), keyB); // evdev KEY_B
+        QCOMPARE(wayland.keyCodeForScanCode(23), keyTab);
         QCOMPARE(glyphs.size(), 73);
         QCOMPARE(linuxNames.size(), 73);
         QCOMPARE(qtKeys.size(), 73);

@@ -304,6 +304,7 @@ private Q_SLOTS:
     // works but suggests a StatusNotifierItem host; held hot keys are named.
     void permissionsRows_data() {
         using M = PermissionsPaneModel;
+        QTest::addColumn<QString>("source");
         QTest::addColumn<int>("desktops");
         QTest::addColumn<int>("panel");
         QTest::addColumn<bool>("keyGrabbed");
@@ -311,15 +312,17 @@ private Q_SLOTS:
         QTest::addColumn<bool>("compositor");
         QTest::addColumn<QString>("oks");
         QTest::addColumn<QString>("remedies");
-        QTest::newRow("everything")
-            << 4 << int(M::PanelItem::StatusNotifier) << true << "fcitx5" << true << "11111"
-            << "00000";
-        QTest::newRow("bare X") << 0 << int(M::PanelItem::None) << false << "" << false << "00000"
-                                << "11111";
-        QTest::newRow("tray") << 2 << int(M::PanelItem::Tray) << true << "IBus" << false << "11110"
-                              << "01001";
+        QTest::newRow("everything") << "EWMH" << 4 << int(M::PanelItem::StatusNotifier) << true
+                                    << "fcitx5" << true << "11111" << "00000";
+        QTest::newRow("bare X") << "EWMH" << 0 << int(M::PanelItem::None) << false << "" << false
+                                << "00000" << "11111";
+        QTest::newRow("tray") << "EWMH" << 2 << int(M::PanelItem::Tray) << true << "IBus" << false
+                              << "11110" << "01001";
+        QTest::newRow("i3 gone") << "i3" << 0 << int(M::PanelItem::StatusNotifier) << true << ""
+                                 << false << "01100" << "10011";
     }
     void permissionsRows() {
+        QFETCH(QString, source);
         QFETCH(int, desktops);
         QFETCH(int, panel);
         QFETCH(bool, keyGrabbed);
@@ -328,6 +331,7 @@ private Q_SLOTS:
         QFETCH(QString, oks);
         QFETCH(QString, remedies);
         PermissionsPaneModel::SessionFacts facts;
+        facts.spaceSource = source;
         facts.desktops = desktops;
         facts.panelItem = static_cast<PermissionsPaneModel::PanelItem>(panel);
         facts.hotKeys = {{HotKeyAction::Bookmark, true}, {HotKeyAction::Switcher, keyGrabbed}};
@@ -342,6 +346,7 @@ private Q_SLOTS:
         QCOMPARE(gotOks, oks);
         QCOMPARE(gotRemedies, remedies);
         QCOMPARE(rows[2].state.contains("Switch Space"), !keyGrabbed);
+        QVERIFY(rows[0].title.contains(source) && rows[0].remedy.contains(source) == !desktops);
     }
 
     void cornerChoicesInJapanese() {

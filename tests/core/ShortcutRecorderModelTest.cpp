@@ -3,6 +3,7 @@
 #include "core/app/HotKeyBindings.h"
 #include "core/app/Language.h"
 #include "core/app/NotificationCenter.h"
+#include "core/app/WindowManagerKeyBinding.h"
 #include "platform/fake/FakeHotKeyRegistrar.h"
 #include "platform/fake/MemoryDefaults.h"
 
@@ -192,6 +193,36 @@ private Q_SLOTS:
         QVERIFY(f.name.errorText().startsWith(QStringLiteral("Recording stopped")));
         f.name.start(); // a new recording clears the message
         QCOMPARE(f.name.errorText(), QString());
+    }
+
+    // Where the window manager owns the keys (sway), a recorded combination is kept
+    // without any grab and each recorder shows the line that binds it in sway's config,
+    // or the command to bind for an action without keys; elsewhere it shows nothing.
+    void windowManagerKeysShowTheirBindingLines() {
+        Fixture x11;
+        QCOMPARE(x11.bookmark.noteText(), QString());
+
+        Fixture f;
+        f.registrar.setBoundByWindowManager(true);
+        QCOMPARE(f.bookmark.noteText(),
+                 QStringLiteral("Set in sway's config: bindsym Mod1+Mod4+b exec deskmark bookmarks"));
+        QCOMPARE(f.name.noteText(),
+                 QStringLiteral("To bind a key in sway's config, run: deskmark rename"));
+        f.name.start();
+        QVERIFY(f.name.keyPressed(Qt::Key_Comma, 43, Qt::ControlModifier | Qt::ShiftModifier));
+        QCOMPARE(f.name.errorText(), QString());
+        QCOMPARE(f.name.noteText(),
+                 QStringLiteral("Set in sway's config: bindsym Ctrl+Shift+comma exec deskmark rename"));
+        f.settings.setHotKey(HotKeyAction::Switcher, HotKey{keyTab, option});
+        QCOMPARE(WindowManagerKeyBinding::bindsymLine(HotKeyAction::Switcher,
+                                                      *f.settings.switcherHotKey()),
+                 QStringLiteral("bindsym Mod1+Tab exec deskmark switcher"));
+        const LanguageScope japanese(true);
+        QCOMPARE(f.bookmark.noteText(),
+                 QStringLiteral("sway の設定に書いてください: bindsym Mod1+Mod4+b exec deskmark "
+                                "bookmarks"));
+        QCOMPARE(WindowManagerKeyBinding::menuShortcut(HotKey{keyTab, option}),
+                 QStringLiteral("Alt+Tab（sway の設定）"));
     }
 
     void clearControlRemovesTheBinding() {

@@ -130,8 +130,8 @@ private Q_SLOTS:
             << "a1" << "D1" << 0 << QStringList{} << "a1" << "b1" << "";
         QTest::newRow("unknown Space: nothing asked")
             << "zz" << "D1" << 0 << QStringList{} << "a1" << "b1" << "";
-        QTest::newRow("both displays of the project, chosen first")
-            << "a2" << "D1" << 0 << QStringList{"D1:1", "D2:1"} << "a2" << "b2"
+        QTest::newRow("both displays of the project, chosen first and asked for again at the end")
+            << "a2" << "D1" << 0 << QStringList{"D1:1", "D2:1", "D1:1"} << "a2" << "b2"
             << "SW: after press wanted=b2 now=b2";
         QTest::newRow("a request that did not take effect is sent again")
             << "a3" << "D1" << 1 << QStringList{"D1:2", "D1:2"} << "a3" << "b1"

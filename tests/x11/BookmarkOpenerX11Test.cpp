@@ -152,7 +152,7 @@ private Q_SLOTS:
 
         workspace_ = std::make_unique<GioWorkspace>();
         mover_ = std::make_unique<X11WindowMover>();
-        capture_ = std::make_unique<LinuxCaptureSource>(*workspace_);
+        capture_ = std::make_unique<LinuxCaptureSource>(*workspace_, true);
         BookmarkOpener::install(*workspace_, *mover_, *capture_, scheduler_);
 
         // The first capture attempt switches the session's accessibility on, so that the

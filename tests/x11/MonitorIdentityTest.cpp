@@ -1,4 +1,4 @@
-#include "platform/linux/MonitorIdentity.h"
+#include "core/spaces/MonitorIdentity.h"
 #include "x11/X11TestTools.h"
 
 #include <QTest>

@@ -1,5 +1,5 @@
 #include "platform/linux/X11WindowServer.h"
-#include "platform/linux/MonitorIdentity.h"
+#include "core/spaces/MonitorIdentity.h"
 #include "x11/X11TestTools.h"
 
 #include <QGuiApplication>

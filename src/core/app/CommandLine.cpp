@@ -49,6 +49,14 @@ QString helpLine(const QString& term, const QString& description) {
 
 } // namespace
 
+QString CommandLine::commandWord(HotKeyAction action) {
+    for (const CommandWord& command : kCommandWords) {
+        if (command.action == action)
+            return QString::fromLatin1(command.word);
+    }
+    return {};
+}
+
 CommandLine CommandLine::invalid(QString error) {
     CommandLine command;
     command.mode_ = Mode::Invalid;

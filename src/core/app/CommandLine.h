@@ -51,6 +51,8 @@ public:
     QString usageErrorText() const;
     // The --help text, listing every option and command.
     static QString helpText();
+    // The word that runs the action: "switcher", "rename", ...
+    static QString commandWord(HotKeyAction action);
     static QString versionText();
 
     // The exit status and the standard-error text for the agent's reply; `detail` is the

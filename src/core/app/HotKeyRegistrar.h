@@ -30,6 +30,11 @@ public:
     // (an X keycode on X11), whatever the modifiers held; none for a key that cannot be
     // a hot key.
     virtual std::optional<quint32> keyCodeForScanCode(quint32 nativeScanCode) const = 0;
+    // True where no program may take keys for itself (Wayland): the window manager's own
+    // key bindings run Deskmark's command line instead. A registration then holds
+    // nothing and only says that the combination names a key the user can bind, and
+    // pressed() is never emitted.
+    virtual bool boundByWindowManager() const = 0;
 
 Q_SIGNALS:
     void pressed(quint32 id);

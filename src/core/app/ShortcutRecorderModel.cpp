@@ -3,6 +3,7 @@
 #include "core/app/Language.h"
 #include "core/app/LinuxShortcutText.h"
 #include "core/app/NotificationCenter.h"
+#include "core/app/WindowManagerKeyBinding.h"
 
 namespace deskmark {
 
@@ -51,6 +52,12 @@ QString ShortcutRecorderModel::buttonText() const {
     if (const std::optional<HotKey> key = binding())
         return linuxShortcutText(key->keyCode, key->modifiers);
     return localized("なし", "None");
+}
+
+QString ShortcutRecorderModel::noteText() const {
+    if (!registrar_.boundByWindowManager())
+        return {};
+    return WindowManagerKeyBinding::settingsNote(action_, binding());
 }
 
 void ShortcutRecorderModel::start() {

@@ -38,6 +38,9 @@ public:
     QString buttonText() const;
     // The last refusal; empty when there is none.
     QString errorText() const { return errorText_; }
+    // Where the window manager owns the keys: the line that binds the shortcut in its
+    // configuration. Empty where Deskmark holds its hot keys itself.
+    QString noteText() const;
 
     void start();
     void stop();

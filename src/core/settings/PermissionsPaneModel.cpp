@@ -25,14 +25,26 @@ QString PermissionsPaneModel::actionTitle(HotKeyAction action) {
 QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& facts) {
     QList<Row> result;
 
-    Row wm{localized("ウインドウマネージャ（EWMH）", "Window manager (EWMH)"),
+    const bool ewmh = facts.spaceSource == QLatin1String("EWMH");
+    Row wm{localized("ウインドウマネージャ（%1）", "Window manager (%1)").arg(facts.spaceSource),
            facts.desktops > 0,
            {},
            {}};
-    if (wm.ok)
-        wm.state =
-            localized("Space %1 個を公開しています。", "Publishes %1 Spaces.").arg(facts.desktops);
-    else {
+    if (wm.ok && ewmh)
+        wm.state = localized("Space %1 個を公開しています。", "Publishes %1 Spaces.")
+                       .arg(facts.desktops);
+    else if (wm.ok)
+        wm.state = localized("IPC ソケットからワークスペース %1 個を読んでいます。",
+                             "Reads %1 workspaces over its IPC socket.")
+                       .arg(facts.desktops);
+    else if (!ewmh) {
+        wm.state = localized("%1 の IPC ソケットに接続できないため、Space を読めません。",
+                             "Cannot reach the IPC socket of %1, so there are no Spaces to read.")
+                       .arg(facts.spaceSource);
+        wm.remedy = localized("%1 が動いているか確かめてください。Deskmark は自動で接続し直します。",
+                              "Check that %1 is running; Deskmark connects again by itself.")
+                        .arg(facts.spaceSource);
+    } else {
         wm.state = localized("EWMH のウインドウマネージャが見つからないため、Space を読めません。",
                              "No EWMH window manager found, so there are no Spaces to read.");
         wm.remedy = localized(
@@ -71,7 +83,15 @@ QList<PermissionsPaneModel::Row> PermissionsPaneModel::rows(const SessionFacts& 
             held << actionTitle(key.action);
     }
     Row keys{localized("ホットキー", "Hot keys"), held.isEmpty(), {}, {}};
-    if (facts.hotKeys.isEmpty())
+    if (facts.keysBoundByWindowManager) {
+        keys.state = localized(
+            "Wayland ではプログラムがキーを取れないため、sway の設定の bindsym から deskmark "
+            "コマンドを呼びます。",
+            "Wayland lets no program grab keys: bindsym lines in sway's config run the deskmark "
+            "command.");
+        keys.remedy = localized("書く行は「ショートカット」に出ています。",
+                                "“Shortcuts” shows the lines to add.");
+    } else if (facts.hotKeys.isEmpty())
         keys.state = localized("ホットキーは設定されていません。", "No hot keys are set.");
     else if (held.isEmpty())
         keys.state = localized("設定したホットキー %1 個をすべて受け取っています。",

@@ -19,11 +19,15 @@ public:
         bool grabbed = false;
     };
     struct SessionFacts {
-        // Desktops published by an EWMH window manager; 0 when there is none.
+        // Where the Spaces come from: "EWMH", "i3" or "sway".
+        QString spaceSource = QStringLiteral("EWMH");
+        // Desktops (or workspaces) read from it; 0 when there is none.
         int desktops = 0;
         PanelItem panelItem = PanelItem::None;
         // The hot keys that are set, each grabbed or held by another program.
         QList<HotKeyState> hotKeys;
+        // The window manager's key bindings run the actions (Wayland): nothing is grabbed.
+        bool keysBoundByWindowManager = false;
         // "fcitx5" or "IBus"; empty when neither answers.
         QString inputMethod;
         bool compositor = false;

@@ -32,4 +32,11 @@ void DirectSwitchDriver::press(const SwitchTarget& target, int tryNumber,
         [then] { then(true); });
 }
 
+void DirectSwitchDriver::refocus(const SwitchTarget& chosen) {
+    const bool sent = requester_.requestSpace(chosen.display.displayUUID, chosen.index);
+    log_.dbg(QStringLiteral("SW: refocus sent=%1 idx=%2")
+                 .arg(sent ? QStringLiteral("true") : QStringLiteral("false"))
+                 .arg(chosen.index));
+}
+
 } // namespace deskmark

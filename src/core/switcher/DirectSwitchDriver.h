@@ -22,6 +22,9 @@ public:
                std::function<void(bool sent)> then) override;
     void waitSettled(std::function<void()> then) override { then(); }
     void cancel() override { poll_.cancel(); }
+    // Asks for the chosen Space again: it is showing already, so the window manager only
+    // moves the focus back to its display.
+    void refocus(const SwitchTarget& chosen) override;
 
 private:
     SpaceRequester& requester_;

@@ -64,6 +64,12 @@ void SpaceSwitcher::round(QList<SwitchTarget> targets) {
     // A new round replaces the one under way, with its pending delays and polls.
     driver_.cancel();
     chain_ = std::make_unique<QObject>();
+    chosen_ = targets.isEmpty() ? std::nullopt : std::optional(targets.first());
+    focusMoved_ = false;
+    next(std::move(targets));
+}
+
+void SpaceSwitcher::next(QList<SwitchTarget> targets) {
     if (targets.isEmpty()) {
         finishRound();
         return;
@@ -74,10 +80,11 @@ void SpaceSwitcher::round(QList<SwitchTarget> targets) {
             finishRound();
             return;
         }
-        driver_.waitSettled([this, targets] { round(targets); });
+        driver_.waitSettled([this, targets] { next(targets); });
         return;
     }
-    pressStep(first, 1, [this, targets](bool) { round(targets); });
+    focusMoved_ = focusMoved_ || first.display.displayUUID != chosen_->display.displayUUID;
+    pressStep(first, 1, [this, targets](bool) { next(targets); });
 }
 
 void SpaceSwitcher::attempt(const SwitchTarget& target, int tries, Done done) {
@@ -121,6 +128,8 @@ void SpaceSwitcher::verify(const SwitchTarget& target, int tryNumber, Done done)
 }
 
 void SpaceSwitcher::finishRound() {
+    if (std::exchange(focusMoved_, false))
+        driver_.refocus(*chosen_);
     if (roundFinished_)
         roundFinished_();
 }

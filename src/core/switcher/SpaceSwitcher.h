@@ -44,6 +44,8 @@ public:
                                              const QList<CGSDisplay>& displays,
                                              const ProjectStore& projects);
 
+    // Switches the targets' displays in order; a round that switched another display than
+    // the first target's ends with the driver giving the focus back to the first one.
     void round(QList<SwitchTarget> targets);
     void attempt(const SwitchTarget& target, int tries, Done done);
     std::optional<QString> currentUUID(const QString& displayUUID) const;
@@ -52,6 +54,7 @@ public:
     void setRoundFinished(std::function<void()> callback) { roundFinished_ = std::move(callback); }
 
 private:
+    void next(QList<SwitchTarget> targets);
     void pressStep(const SwitchTarget& target, int tryNumber, Done done);
     void verify(const SwitchTarget& target, int tryNumber, Done done);
     void finishRound();
@@ -63,6 +66,8 @@ private:
     const SwitchDebugLog& log_;
     std::unique_ptr<QObject> chain_; // the retry delays of the switch under way
     std::function<void()> roundFinished_;
+    std::optional<SwitchTarget> chosen_; // the first target of the round under way
+    bool focusMoved_ = false;            // the round has asked for another display
 };
 
 } // namespace deskmark

@@ -22,6 +22,10 @@ public:
     virtual void waitSettled(std::function<void()> then) = 0;
     // Drops whatever press or wait is under way without calling its continuation.
     virtual void cancel() = 0;
+    // Called when a round that also switched other displays is over, with the target
+    // chosen first. Where a switch also moves the focus to its display (i3, sway), the driver
+    // gives the focus back to the chosen display; elsewhere there is nothing to do.
+    virtual void refocus(const SwitchTarget& chosen) { Q_UNUSED(chosen); }
 };
 
 } // namespace deskmark

@@ -26,6 +26,8 @@ public:
     bool registerHotKey(quint32 id, quint32 keyCode, quint32 carbonModifiers) override;
     void unregisterHotKey(quint32 id) override;
     std::optional<quint32> keyCodeForScanCode(quint32 nativeScanCode) const override;
+    bool boundByWindowManager() const override { return boundByWindowManager_; }
+    void setBoundByWindowManager(bool bound) { boundByWindowManager_ = bound; }
 
     // Marks a combination as held by another program.
     void setTakenByOthers(quint32 keyCode, quint32 carbonModifiers);
@@ -37,6 +39,7 @@ public:
 private:
     QHash<quint32, Combination> registrations_;
     QSet<quint64> takenByOthers_;
+    bool boundByWindowManager_ = false;
 };
 
 } // namespace deskmark

@@ -55,19 +55,21 @@ QMap<QString, QStringList> fileManagerWindows() {
 
 } // namespace
 
-LinuxCaptureSource::LinuxCaptureSource(const GioWorkspace& workspace)
-    : workspace_(workspace), accessibility_(std::make_unique<AtSpiReader>()) {}
+LinuxCaptureSource::LinuxCaptureSource(const GioWorkspace& workspace, bool readX11Windows)
+    : workspace_(workspace),
+      x11_(readX11Windows ? std::make_unique<X11WindowProperties>() : nullptr),
+      accessibility_(std::make_unique<AtSpiReader>()) {}
 
 LinuxCaptureSource::~LinuxCaptureSource() = default;
 
 std::optional<RunningApp> LinuxCaptureSource::frontmostApp() const {
-    const std::optional<quint32> window = x11_.activeWindow();
+    const std::optional<quint32> window = x11_ ? x11_->activeWindow() : std::nullopt;
     if (!window)
         return std::nullopt;
     RunningApp app;
     app.window = *window;
-    app.pid = x11_.number(*window, "_NET_WM_PID").value_or(0);
-    const QStringList names = x11_.windowClass(*window);
+    app.pid = x11_->number(*window, "_NET_WM_PID").value_or(0);
+    const QStringList names = x11_->windowClass(*window);
     if (const std::optional<QString> location = workspace_.applicationForWindowClass(names)) {
         app.bundleID = workspace_.applicationID(*location);
         app.localizedName = workspace_.applicationName(*location);
@@ -85,7 +87,8 @@ std::optional<CaptureSource::Page> LinuxCaptureSource::browserPage(const Running
 }
 
 std::optional<QString> LinuxCaptureSource::fileManagerLocation(const RunningApp& app) {
-    const QString object = x11_.text(quint32(app.window), "_GTK_WINDOW_OBJECT_PATH");
+    const QString object =
+        x11_ ? x11_->text(quint32(app.window), "_GTK_WINDOW_OBJECT_PATH") : QString();
     if (!object.isEmpty()) {
         const QStringList locations = fileManagerWindows().value(object);
         if (!locations.isEmpty()) {
@@ -146,8 +149,10 @@ std::optional<QString> LinuxCaptureSource::folderInTitle(const QString& title) {
 }
 
 QString LinuxCaptureSource::windowTitle(const RunningApp& app) const {
-    const QString title = x11_.text(quint32(app.window), "_NET_WM_NAME");
-    return title.isEmpty() ? x11_.text(quint32(app.window), "WM_NAME") : title;
+    if (!x11_)
+        return {};
+    const QString title = x11_->text(quint32(app.window), "_NET_WM_NAME");
+    return title.isEmpty() ? x11_->text(quint32(app.window), "WM_NAME") : title;
 }
 
 std::optional<QString> LinuxCaptureSource::titleFolder(const RunningApp& app) const {

@@ -14,9 +14,13 @@ class GioWorkspace;
 // bus, Nautilus's folder from its FileManager1 window locations, other file managers'
 // location bars over the accessibility bus, a terminal's folder from its shell's working
 // directory; a path written in the window title where nothing else answers.
+//
+// The active window is read from the X server; without X11 windows to read (a Wayland
+// session, where no client may look at another's windows) there is no active
+// application, so capturing reports that it is not supported.
 class LinuxCaptureSource : public CaptureSource {
 public:
-    explicit LinuxCaptureSource(const GioWorkspace& workspace);
+    LinuxCaptureSource(const GioWorkspace& workspace, bool readX11Windows);
     ~LinuxCaptureSource() override;
 
     std::optional<RunningApp> frontmostApp() const override;
@@ -35,7 +39,7 @@ private:
     std::optional<QString> titleFolder(const RunningApp& app) const;
 
     const GioWorkspace& workspace_;
-    mutable X11WindowProperties x11_;
+    std::unique_ptr<X11WindowProperties> x11_; // null: no X11 windows to read
     std::unique_ptr<AtSpiReader> accessibility_;
 };
 

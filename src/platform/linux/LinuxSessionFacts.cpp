@@ -6,7 +6,7 @@
 #include "core/spaces/SpaceStore.h"
 #include "platform/linux/DBusInputSourceSwitcher.h"
 #include "platform/linux/StatusNotifierItem.h"
-#include "platform/linux/X11Compositor.h"
+#include "platform/linux/SessionPlatform.h"
 
 #include <QSystemTrayIcon>
 
@@ -15,11 +15,13 @@ namespace deskmark {
 PermissionsPaneModel::SessionFacts
 LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& settings,
                           const HotKeyBindings& bindings, const HotKeyManager& manager,
-                          DBusInputSourceSwitcher& inputMethods) {
+                          DBusInputSourceSwitcher& inputMethods, SessionPlatform& platform) {
     using Model = PermissionsPaneModel;
     Model::SessionFacts facts;
-    const QList<CGSDisplay> displays = spaces.displays();
-    facts.desktops = displays.isEmpty() ? 0 : int(displays.first().spaces.size());
+    facts.spaceSource = platform.backend().name();
+    // EWMH desktops span every monitor, i3 workspaces belong to one output each: either
+    // way every Space is counted once.
+    facts.desktops = int(spaces.liveSpaceUUIDs().size());
     if (StatusNotifierItem::watcherAvailable())
         facts.panelItem = Model::PanelItem::StatusNotifier;
     else if (QSystemTrayIcon::isSystemTrayAvailable())
@@ -30,7 +32,8 @@ LinuxSessionFacts::gather(const SpaceStore& spaces, const SettingsStore& setting
                                                 manager.isRegistered(bindings.token(action))};
     }
     facts.inputMethod = inputMethods.framework();
-    facts.compositor = X11Compositor::isRunning();
+    facts.keysBoundByWindowManager = platform.hotKeyRegistrar().boundByWindowManager();
+    facts.compositor = platform.isCompositing();
     return facts;
 }
 

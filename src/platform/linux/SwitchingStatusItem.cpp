@@ -17,8 +17,9 @@ const QString kWatcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 constexpr auto kFallbackDelay = 3s;
 } // namespace
 
-SwitchingStatusItem::SwitchingStatusItem(QObject* parent)
+SwitchingStatusItem::SwitchingStatusItem(bool trayIconPossible, QObject* parent)
     : StatusItem(parent),
+      trayIconPossible_(trayIconPossible),
       watcher_(new QDBusServiceWatcher(kWatcherService, QDBusConnection::sessionBus(),
                                        QDBusServiceWatcher::WatchForRegistration |
                                            QDBusServiceWatcher::WatchForUnregistration,
@@ -63,6 +64,7 @@ void SwitchingStatusItem::setMenu(QMenu* menu) {
 }
 
 void SwitchingStatusItem::useStatusNotifierItem(bool use, const QString& reason) {
+    use = use || !trayIconPossible_;
     if (item_ && bool(qobject_cast<StatusNotifierItem*>(item_.get())) == use)
         return;
     systemLog(

@@ -18,11 +18,12 @@ namespace deskmark {
 // that appears after Deskmark started (a panel that comes up late at login) turns the
 // tray icon into a StatusNotifierItem, and a watcher that goes away and stays away turns
 // it back. Title, tool tip, icon and menu carry over, and each change of kind is logged
-// and announced as placementChanged().
+// and announced as placementChanged(). Where there can be no tray icon (Wayland), the
+// StatusNotifierItem stays and shows whenever a watcher is there.
 class SwitchingStatusItem : public StatusItem {
     Q_OBJECT
 public:
-    explicit SwitchingStatusItem(QObject* parent = nullptr);
+    explicit SwitchingStatusItem(bool trayIconPossible = true, QObject* parent = nullptr);
     ~SwitchingStatusItem() override;
 
     void setTitle(const QString& title) override;
@@ -38,6 +39,7 @@ public:
 private:
     void useStatusNotifierItem(bool use, const QString& reason);
 
+    bool trayIconPossible_;
     std::unique_ptr<StatusItem> item_;
     QDBusServiceWatcher* watcher_;
     // A panel that restarts drops its watcher and brings it back a moment later; only a

@@ -12,8 +12,6 @@ namespace deskmark {
 // A compositing manager shows that it runs by owning the selection _NET_WM_CM_S<screen>.
 class X11Compositor {
 public:
-    // Asked on Qt's own connection, once.
-    static bool isRunning();
     // The selection's name for that screen number.
     static QByteArray selectionName(int screenNumber);
     // Whether anyone owns the selection (an interned atom) now.

@@ -33,6 +33,7 @@ public:
     bool registerHotKey(quint32 id, quint32 keyCode, quint32 carbonModifiers) override;
     void unregisterHotKey(quint32 id) override;
     std::optional<quint32> keyCodeForScanCode(quint32 nativeScanCode) const override;
+    bool boundByWindowManager() const override { return false; }
 
 private:
     struct Grab {

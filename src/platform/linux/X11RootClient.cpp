@@ -21,6 +21,7 @@ constexpr const char* kAtomNames[] = {"_NET_SUPPORTING_WM_CHECK",
                                       "_NET_NUMBER_OF_DESKTOPS",
                                       "_NET_CURRENT_DESKTOP",
                                       "_NET_DESKTOP_NAMES",
+                                      "I3_SOCKET_PATH",
                                       "UTF8_STRING",
                                       "EDID"};
 

@@ -29,7 +29,13 @@ class X11RootClient : public QObject {
     Q_OBJECT
 public:
     // The root-window properties Deskmark reads.
-    enum class Property { SupportingWmCheck, NumberOfDesktops, CurrentDesktop, DesktopNames };
+    enum class Property {
+        SupportingWmCheck,
+        NumberOfDesktops,
+        CurrentDesktop,
+        DesktopNames,
+        I3SocketPath // where i3 listens for IPC, a UTF-8 string
+    };
 
     explicit X11RootClient(QObject* parent = nullptr);
     ~X11RootClient() override;
@@ -68,6 +74,7 @@ private:
         NumberOfDesktops,
         CurrentDesktop,
         DesktopNames,
+        I3SocketPath,
         Utf8String,
         Edid,
         Count

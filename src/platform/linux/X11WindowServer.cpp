@@ -1,7 +1,8 @@
 #include "platform/linux/X11WindowServer.h"
 
 #include "core/app/SystemLog.h"
-#include "platform/linux/MonitorIdentity.h"
+#include "core/spaces/MonitorIdentity.h"
+#include "core/spaces/PrimaryDisplay.h"
 #include "platform/linux/X11RootClient.h"
 
 #include <QVariantList>
@@ -66,12 +67,7 @@ QVariant X11WindowServer::managedDisplaySpaces() const {
 }
 
 std::optional<QString> X11WindowServer::mainDisplayUUID() const {
-    const QList<Display>& displays = this->displays();
-    if (displays.isEmpty())
-        return std::nullopt;
-    const auto primary = std::find_if(displays.begin(), displays.end(),
-                                      [](const Display& display) { return display.primary; });
-    return primary != displays.end() ? primary->uuid : displays.first().uuid;
+    return primaryOrFirstUUID(displays());
 }
 
 std::optional<QString> X11WindowServer::displayUUIDForScreen(const QString& screenName) const {

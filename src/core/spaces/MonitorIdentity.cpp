@@ -1,4 +1,4 @@
-#include "platform/linux/MonitorIdentity.h"
+#include "core/spaces/MonitorIdentity.h"
 
 #include <QUuid>
 
@@ -56,7 +56,28 @@ QString serialText(const QByteArray& data) {
 
 MonitorIdentity::MonitorIdentity(const QString& monitorName, const QString& connector,
                                  const QByteArray& edid)
-    : name_(monitorName), connector_(connector), edid_(parseEdid(edid)) {}
+    : name_(monitorName), connector_(connector) {
+    if (const std::optional<Edid> facts = parseEdid(edid)) {
+        facts_ = {QStringLiteral("edid"), facts->manufacturer, QString::number(facts->productCode),
+                  QString::number(facts->serialNumber), facts->serialText};
+        hasSerial_ = facts->hasSerial();
+    }
+}
+
+MonitorIdentity MonitorIdentity::reported(const QString& outputName, const QString& make,
+                                          const QString& model, const QString& serial) {
+    const auto known = [](const QString& fact) {
+        return !fact.isEmpty() && fact != QLatin1String("Unknown");
+    };
+    MonitorIdentity identity;
+    identity.name_ = outputName;
+    identity.connector_ = outputName;
+    if (known(make) || known(model)) {
+        identity.facts_ = {QStringLiteral("output"), make, model, known(serial) ? serial : QString()};
+        identity.hasSerial_ = known(serial);
+    }
+    return identity;
+}
 
 std::optional<MonitorIdentity::Edid> MonitorIdentity::parseEdid(const QByteArray& data) {
     static const QByteArray header("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8);
@@ -84,15 +105,13 @@ QStringList MonitorIdentity::displayUUIDs(const QList<MonitorIdentity>& monitors
 }
 
 QString MonitorIdentity::seed(const QList<MonitorIdentity>& screen) const {
-    if (!edid_)
+    if (facts_.isEmpty())
         return QStringLiteral("monitor\n") + name_;
-    QStringList facts{QStringLiteral("edid"), edid_->manufacturer,
-                      QString::number(edid_->productCode), QString::number(edid_->serialNumber),
-                      edid_->serialText};
+    QStringList facts = facts_;
     const auto twins =
         std::count_if(screen.begin(), screen.end(),
-                      [this](const MonitorIdentity& other) { return other.edid_ == edid_; });
-    if (!edid_->hasSerial() || twins > 1)
+                      [this](const MonitorIdentity& other) { return other.facts_ == facts_; });
+    if (!hasSerial_ || twins > 1)
         facts << connector_;
     return facts.join(u'\n');
 }

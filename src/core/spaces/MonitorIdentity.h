@@ -18,7 +18,8 @@ namespace deskmark {
 // same serial), the connector name is mixed in so that the two never share a UUID.
 // A monitor without an EDID (Xvfb, virtual machines, monitors made with
 // `xrandr --setmonitor`) is known by its RandR monitor name, which the X server keeps
-// unique per screen.
+// unique per screen. Window managers that report the EDID facts as text instead (sway's
+// make, model and serial of an output) are known by those the same way.
 class MonitorIdentity {
 public:
     struct Edid {
@@ -34,6 +35,10 @@ public:
     // connector: the name of the monitor's first output ("DP-1"), empty when it has none;
     // edid: that output's EDID property, empty when it has none.
     MonitorIdentity(const QString& monitorName, const QString& connector, const QByteArray& edid);
+    // An output known by the name the window manager gives it and the facts it reports
+    // as text; "Unknown" or empty facts count as not reported.
+    static MonitorIdentity reported(const QString& outputName, const QString& make,
+                                    const QString& model, const QString& serial);
 
     // The facts of an EDID base block; nothing when the data is not one.
     static std::optional<Edid> parseEdid(const QByteArray& data);
@@ -42,11 +47,13 @@ public:
     static QStringList displayUUIDs(const QList<MonitorIdentity>& monitors);
 
 private:
+    MonitorIdentity() = default;
     QString seed(const QList<MonitorIdentity>& screen) const;
 
     QString name_;
     QString connector_;
-    std::optional<Edid> edid_;
+    QStringList facts_; // what identifies the monitor itself; empty: only its name does
+    bool hasSerial_ = false;
 };
 
 } // namespace deskmark
