@@ -57,13 +57,16 @@ set(CPACK_PACKAGE_VENDOR "The Deskmark developers")
 set(CPACK_PACKAGE_CONTACT "The Deskmark developers <deskmark@users.noreply.github.com>")
 set(CPACK_PACKAGE_HOMEPAGE_URL https://github.com/deskmark/deskmark)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "name virtual desktops and switch between them by name")
-set(CPACK_PACKAGE_DESCRIPTION
-    "Deskmark gives each virtual desktop a name by assigning it a project: a name, \
-a colour preset and a list of bookmarks. It shows the current desktop's name in the \
-panel and a coloured label in a corner of every monitor, switches desktops by name \
-from a filterable switcher, and opens each project's web pages, files and folders.\n\
-Every text exists in English and Japanese. It works with any EWMH window manager on \
-X11, and its command line lets window manager key bindings drive it.")
+# The lines of the long description, as the package shows it (at most 79 columns).
+string(JOIN "\n" CPACK_PACKAGE_DESCRIPTION
+  "Deskmark gives each virtual desktop a name by assigning it a project: a name,"
+  "a colour preset and a list of bookmarks. It shows the current desktop's name"
+  "in the panel and a coloured label in a corner of every monitor, switches"
+  "desktops by name from a filterable switcher, and opens each project's web"
+  "pages, files and folders."
+  ""
+  "Every text exists in English and Japanese. Deskmark works with any EWMH window"
+  "manager on X11, and its command line lets window manager key bindings drive it.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${DESKMARK_DEB_RELEASE})
 set(CPACK_DEBIAN_PACKAGE_SECTION x11)

@@ -48,6 +48,9 @@ NameEditorWindow::NameEditorWindow(std::unique_ptr<NameEditorModel> model, QWidg
     : QDialog(parent), model_(std::move(model)) {
     const NameEditorModel::Texts texts = NameEditorModel::texts();
     setWindowTitle(texts.title);
+    // A title and a close button: a small form has nothing to gain from maximising.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowCloseButtonHint);
     setMinimumWidth(460);
 
     auto* title = new QLabel(texts.title, this);
@@ -130,8 +133,7 @@ NameEditorWindow::~NameEditorWindow() = default;
 
 void NameEditorWindow::present() {
     adjustSize();
-    // A small form has nothing to gain from more room: the window keeps its size and
-    // the window manager offers no maximising.
+    // The window keeps the size its form needs.
     setFixedWidth(width());
     fitHeight();
     QScreen* screen = QGuiApplication::screenAt(QCursor::pos());

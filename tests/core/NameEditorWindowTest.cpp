@@ -113,8 +113,9 @@ private Q_SLOTS:
         QVERIFY(note->text().contains("all 2 assigned Spaces change"));
 
         verifyNoTextIsCut(); // the window grows by the note
-        // Its size is fixed, which leaves nothing to maximise.
+        // Its size is fixed, and there is nothing to maximise.
         QCOMPARE(window_->minimumSize(), window_->maximumSize());
+        QVERIFY(!window_->windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
 
         QTest::keyClick(child<QLineEdit>("nameField"), Qt::Key_Return);
         QCOMPARE(projects_->projects().size(), 1);
