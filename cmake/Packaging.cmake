@@ -19,22 +19,8 @@ configure_file(${packaging_sources}/${DESKMARK_APP_ID}.metainfo.xml
 install(FILES ${packaging_build}/${DESKMARK_APP_ID}.metainfo.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 
-# Icons: the scalable and symbolic ones as drawn, the fixed sizes rendered from the
-# scalable one.
-install(DIRECTORY ${icon_sources}/scalable ${icon_sources}/symbolic
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
-find_program(DESKMARK_RSVG_CONVERT rsvg-convert REQUIRED)
-set(rendered_icons)
-foreach(size 16 22 24 32 48 64 128 256)
-  set(png ${packaging_build}/icons/${size}x${size}/${DESKMARK_APP_ID}.png)
-  add_custom_command(OUTPUT ${png}
-    COMMAND ${DESKMARK_RSVG_CONVERT} -w ${size} -h ${size} -o ${png}
-            ${icon_sources}/scalable/apps/${DESKMARK_APP_ID}.svg
-    DEPENDS ${icon_sources}/scalable/apps/${DESKMARK_APP_ID}.svg
-    COMMENT "Rendering the ${size}x${size} icon")
-  list(APPEND rendered_icons ${png})
-  install(FILES ${png} DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps)
-endforeach()
+# Icons: every size and the symbolic one, as kept in the repository.
+install(DIRECTORY ${icon_sources}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 
 # The manual page and the Debian changelog, compressed without a time stamp.
 configure_file(${PROJECT_SOURCE_DIR}/docs/deskmark.1 ${packaging_build}/deskmark.1 @ONLY)
@@ -45,7 +31,7 @@ foreach(file deskmark.1 changelog.Debian)
     DEPENDS ${packaging_build}/${file})
 endforeach()
 add_custom_target(deskmark_install_data ALL
-  DEPENDS ${rendered_icons} ${packaging_build}/deskmark.1.gz ${packaging_build}/changelog.Debian.gz)
+  DEPENDS ${packaging_build}/deskmark.1.gz ${packaging_build}/changelog.Debian.gz)
 install(FILES ${packaging_build}/deskmark.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${packaging_sources}/copyright
               ${packaging_build}/changelog.Debian.gz

@@ -4,6 +4,7 @@
 #
 #   scripts/install-deps.sh build   what building and running Deskmark need
 #   scripts/install-deps.sh demo    that, and the private X session of the headless demo
+#   scripts/install-deps.sh package that, and what making the Debian package needs
 #   scripts/install-deps.sh test    that, and everything the test suite uses (the default)
 set -euo pipefail
 
@@ -24,14 +25,18 @@ tests=(
   xterm thunar desktop-file-utils at-spi2-core xcompmgr
   i3-wm sway grim
   clang libclang-rt-14-dev
-  dpkg-dev librsvg2-bin lintian appstream man-db
+  lintian appstream man-db
+)
+packaging=(
+  dpkg-dev
 )
 
 case "${1:-test}" in
   build) packages=("${build[@]}") ;;
   demo) packages=("${build[@]}" "${demo[@]}") ;;
-  test) packages=("${build[@]}" "${demo[@]}" "${tests[@]}") ;;
-  *) echo "usage: $0 [build|demo|test]" >&2; exit 2 ;;
+  package) packages=("${build[@]}" "${packaging[@]}") ;;
+  test) packages=("${build[@]}" "${demo[@]}" "${tests[@]}" "${packaging[@]}") ;;
+  *) echo "usage: $0 [build|demo|package|test]" >&2; exit 2 ;;
 esac
 
 missing=()

@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-deps.sh
+scripts/install-deps.sh package
 build=build/package
 export DEB_BUILD_MAINT_OPTIONS=hardening=+all
 # No debugging information: CPack strips the program anyway.
