@@ -98,7 +98,8 @@ private Q_SLOTS:
         server.start();
         server.runCommand(QStringLiteral("no such command"), record);
         QVERIFY(server.requestSpace(
-            MonitorIdentity::displayUUIDs({MonitorIdentity(QStringLiteral("LEFT"), {}, {})}).first(),
+            MonitorIdentity::displayUUIDs({MonitorIdentity(QStringLiteral("LEFT"), {}, {})})
+                .first(),
             1));
         server.runCommand(QString::fromUtf8(I3IpcWindowServer::workspaceCommand("2")), record);
         server.runCommand(QString::fromUtf8(I3IpcWindowServer::workspaceCommand("1")));

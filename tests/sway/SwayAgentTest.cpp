@@ -57,9 +57,9 @@ void collect(const QJsonObject& node, const QString& prefix, QString output, QLi
 }
 QList<Window> windows(const QString& prefix) {
     QList<Window> found;
-    collect(QJsonDocument::fromJson(run(QStringLiteral("swaymsg"), {"-r", "-t", "get_tree"}))
-                .object(),
-            prefix, QString(), found);
+    collect(
+        QJsonDocument::fromJson(run(QStringLiteral("swaymsg"), {"-r", "-t", "get_tree"})).object(),
+        prefix, QString(), found);
     return found;
 }
 
@@ -146,7 +146,8 @@ private Q_SLOTS:
 
         // sway keeps a workspace only while it shows or holds a window: one for workspace 1.
         QProcess window;
-        window.start(QStringLiteral(FAKE_APP), {QStringLiteral("--window"), QStringLiteral("mail")});
+        window.start(QStringLiteral(FAKE_APP),
+                     {QStringLiteral("--window"), QStringLiteral("mail")});
         QTRY_COMPARE_WITH_TIMEOUT(windows(QStringLiteral("mail")).size(), 1, 10000);
 
         // sway's own workspace changes are followed: the title and the labels. An unnamed
@@ -166,8 +167,9 @@ private Q_SLOTS:
         QCOMPARE(status, 0);
 
         // Switching asks sway through the same socket.
-        QCOMPARE(agent.runSecondCopy({QStringLiteral("switch"), QStringLiteral("Alpha")})->exitCode(),
-                 0);
+        QCOMPARE(
+            agent.runSecondCopy({QStringLiteral("switch"), QStringLiteral("Alpha")})->exitCode(),
+            0);
         QTRY_COMPARE(visibleWorkspace(QStringLiteral("HEADLESS-1")), QStringLiteral("1"));
         QVERIFY(agent.waitForLabel([](const QString& label) { return label == "Alpha"; }));
 

@@ -55,9 +55,10 @@ void I3IpcWindowServer::commandAnswered(const QByteArray& payload) {
     if (!done)
         return;
     const QJsonArray results = QJsonDocument::fromJson(payload).array();
-    done(!results.isEmpty() && std::all_of(results.begin(), results.end(), [](const QJsonValue& result) {
-        return result.toObject().value(QLatin1String("success")).toBool();
-    }));
+    done(!results.isEmpty() &&
+         std::all_of(results.begin(), results.end(), [](const QJsonValue& result) {
+             return result.toObject().value(QLatin1String("success")).toBool();
+         }));
 }
 
 void I3IpcWindowServer::failUnansweredCommands() {
@@ -97,8 +98,9 @@ void I3IpcWindowServer::opened() {
     // One subscription per event: sway before 1.8 has no output events and refuses a
     // subscription that names one, which would cost the workspace events too.
     for (const QString& event : {QStringLiteral("workspace"), QStringLiteral("output")})
-        channel_.write(I3IpcCodec::encode(
-            I3IpcCodec::Subscribe, QJsonDocument(QJsonArray{event}).toJson(QJsonDocument::Compact)));
+        channel_.write(
+            I3IpcCodec::encode(I3IpcCodec::Subscribe,
+                               QJsonDocument(QJsonArray{event}).toJson(QJsonDocument::Compact)));
     ask(I3IpcCodec::GetOutputs);
     ask(I3IpcCodec::GetWorkspaces);
     Q_EMIT connected();

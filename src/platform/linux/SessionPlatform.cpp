@@ -14,14 +14,13 @@
 namespace deskmark {
 
 SessionPlatform::SessionPlatform(Scheduler& scheduler)
-    : wayland_(QGuiApplication::platformName() == QLatin1String("wayland")),
-      backend_(scheduler) {
+    : wayland_(QGuiApplication::platformName() == QLatin1String("wayland")), backend_(scheduler) {
     if (wayland_) {
         hotKeys_ = std::make_unique<WaylandHotKeyRegistrar>();
         windowMover_ = std::make_unique<WaylandWindowMover>();
         if (I3IpcWindowServer* sway = backend_.sway()) {
-            labelPlacer_ = std::make_unique<SwayLabelPlacer>(
-                *sway, scheduler, QGuiApplication::desktopFileName());
+            labelPlacer_ = std::make_unique<SwayLabelPlacer>(*sway, scheduler,
+                                                             QGuiApplication::desktopFileName());
             // Qt maps a window within show(), before any command sent then reaches sway:
             // the rules go out with each connection, ahead of the layout that brings labels.
             QObject::connect(sway, &I3IpcWindowServer::connected, labelPlacer_.get(),
@@ -36,7 +35,9 @@ SessionPlatform::SessionPlatform(Scheduler& scheduler)
 
 SessionPlatform::~SessionPlatform() = default;
 
-WindowPlacer* SessionPlatform::labelPlacer() const { return labelPlacer_.get(); }
+WindowPlacer* SessionPlatform::labelPlacer() const {
+    return labelPlacer_.get();
+}
 
 bool SessionPlatform::isCompositing() const {
     return wayland_ || (screenWatcher_ && screenWatcher_->compositing());
