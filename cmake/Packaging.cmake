@@ -58,6 +58,10 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE ${DESKMARK_DEB_RELEASE})
 set(CPACK_DEBIAN_PACKAGE_SECTION x11)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Loaded as plugins, so the computed dependencies cannot see them: the SVG icons, and
+# the Wayland platform and Qt's own Japanese texts where the session needs them.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR})

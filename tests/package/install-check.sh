@@ -31,6 +31,10 @@ case $depends in
   *libqt6widgets6*libc6*|*libc6*libqt6widgets6*) ;;
   *) fail "Depends was not computed from the program: $depends" ;;
 esac
+case $depends in
+  *libqt6svg6*) ;;
+  *) fail "Depends lacks the SVG plugin the icons need: $depends" ;;
+esac
 [ "$(dpkg-deb -f "$deb" Package)" = deskmark ] || fail "the package is not called deskmark"
 
 program=$root/usr/bin/deskmark
