@@ -45,7 +45,7 @@ bool SessionPlatform::isCompositing() const {
 
 std::unique_ptr<StatusItem> SessionPlatform::createStatusItem(QObject* parent) const {
     // XEmbed tray icons are an X11 protocol.
-    return std::make_unique<SwitchingStatusItem>(!wayland_, parent);
+    return std::make_unique<SwitchingStatusItem>(parent, !wayland_);
 }
 
 } // namespace deskmark

@@ -17,7 +17,7 @@ const QString kWatcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 constexpr auto kFallbackDelay = 3s;
 } // namespace
 
-SwitchingStatusItem::SwitchingStatusItem(bool trayIconPossible, QObject* parent)
+SwitchingStatusItem::SwitchingStatusItem(QObject* parent, bool trayIconPossible)
     : StatusItem(parent),
       trayIconPossible_(trayIconPossible),
       watcher_(new QDBusServiceWatcher(kWatcherService, QDBusConnection::sessionBus(),

@@ -23,7 +23,7 @@ namespace deskmark {
 class SwitchingStatusItem : public StatusItem {
     Q_OBJECT
 public:
-    explicit SwitchingStatusItem(bool trayIconPossible = true, QObject* parent = nullptr);
+    explicit SwitchingStatusItem(QObject* parent = nullptr, bool trayIconPossible = true);
     ~SwitchingStatusItem() override;
 
     void setTitle(const QString& title) override;
